@@ -1,0 +1,32 @@
+# The two set-up commands: `make demo` and `make test`. Each installs what is missing, builds, and
+# runs the main job or all tests.
+
+BUILD ?= build
+JOBS ?= $(shell nproc)
+
+.PHONY: all deps configure build test demo bench clean
+
+all: build
+
+deps:
+	@scripts/install-deps.sh
+
+configure: deps
+	@cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+
+build: configure
+	@cmake --build $(BUILD) -j $(JOBS)
+
+test: build
+	@cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
+
+demo: build
+	@scripts/demo.sh $(BUILD)/app/tsaw
+
+bench: deps
+	@cmake -S . -B $(BUILD)-bench -DCMAKE_BUILD_TYPE=Release -DTSAW_BUILD_TESTS=OFF -DTSAW_BUILD_BENCHMARKS=ON >/dev/null
+	@cmake --build $(BUILD)-bench -j $(JOBS)
+	@scripts/bench.sh $(BUILD)-bench
+
+clean:
+	rm -rf $(BUILD) $(BUILD)-bench

@@ -1,0 +1,12 @@
+#include "app/command.h"
+
+namespace tsaw::app {
+
+// Each command lives in its own file; this is the table that lists them.
+const std::vector<Command>& Commands() {
+  static const std::vector<Command> commands = {
+  };
+  return commands;
+}
+
+}  // namespace tsaw::app

@@ -1,0 +1,42 @@
+// tsaw: the Tessera Wizard's command line and window host.
+
+#include <CLI/CLI.hpp>
+
+#include <iostream>
+
+#include "app/command.h"
+#include "platform/debug_log.h"
+
+namespace {
+
+constexpr const char* kVersion = "0.1.0";
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  using namespace tsaw::app;
+  CLI::App cli{"tsaw - the Tessera Wizard: makes Project Sets from templates", "tsaw"};
+  cli.set_version_flag("--version", std::string("tsaw ") + kVersion);
+  cli.require_subcommand(1);
+
+  GlobalOptions global;
+  cli.add_option("--root", global.root, "Framework root folder (default: $TESSERA_ROOT, else "
+                                         "$XDG_DATA_HOME/tessera)");
+  cli.add_flag("--debug", global.debug, "Write the debug log (also TSAW_DEBUG=1)");
+
+  std::function<int()> run;
+  for (const Command& command : Commands()) {
+    CLI::App* sub = cli.add_subcommand(command.name, command.help);
+    auto runner = command.setup(*sub, global);
+    sub->callback([&run, runner] { run = runner; });
+  }
+
+  try {
+    cli.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    const int status = cli.exit(error);
+    return status == 0 ? kExitOk : kExitUsage;
+  }
+  tsaw::platform::InitDebugLogFromEnvironment(global.debug);
+  return run ? run() : kExitUsage;
+}

@@ -1,0 +1,49 @@
+#pragma once
+// Variable references in text: the name form #Name# and the identifier form vrName. Matching is
+// case-sensitive; every replacement replaces all occurrences, left to right.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/wizard.h"
+
+namespace tsaw {
+
+enum class TFindMode { Name = 0, Identifier = 1 };
+
+// Looks for a reference to a variable in `s` (from 1-based `start_pos` on when it is above 0).
+// `var_idx` 0 searches every variable in number order; the lowest number wins.
+TFindVarResult FindVar(const TWizard& wizard, std::string_view s, TFindMode mode, uint16_t var_idx = 0,
+                       int start_pos = 0);
+
+// How a full expansion ended.
+enum class TExpandOutcome { Complete, StoppedAtBound };
+
+// Expands `s`. `one_pass` makes a single pass over the table; otherwise passes repeat until no
+// reference is left, or until a bound on passes is reached (a cycle that the circular-reference
+// check did not neutralise), which the outcome reports. `pairs` is taken two by two as
+// (from, to) replacements applied to each value before it is inserted.
+TExpandOutcome ExpandVar(const TWizard& wizard, std::string_view s, bool one_pass, std::string& res,
+                         const std::vector<std::string>& pairs = {});
+// Convenience: the full expansion of `s`.
+std::string ExpandVar(const TWizard& wizard, std::string_view s);
+
+// The number of the variable named exactly `name` among 1..count (0 = the variable count); 0 when none.
+uint16_t FindVarByName(const TWizard& wizard, std::string_view name, uint16_t count = 0);
+// As FindVarByName, after dropping the first 7 characters ("Lookup.").
+uint16_t FindLookupVar(const TWizard& wizard, std::string_view name, uint16_t count = 0);
+
+// Reports a circular reference to the user; the check calls it with the variable's name.
+using TCvrNotifier = std::function<void(const std::string& message)>;
+// The circular-reference check: the number of the first variable found in a cycle, whose value
+// it has then made harmless, or 0. Cycles among other variables do not hang it.
+uint16_t AnyCvrError(TWizard& wizard, const TCvrNotifier& notify);
+
+// The identifier form of a text: 'Product Name 2' -> 'Product_Name_2', '2.2.05' -> '_2_2_05'.
+std::string Str2Idf(std::string_view s);
+
+// Turns a one-line text with separator `pipe` (one UTF-8 character) into CR LF separated lines.
+std::string Piped2Text(std::string_view s, std::string_view pipe);
+
+}  // namespace tsaw

@@ -1,0 +1,48 @@
+#pragma once
+// The INI reading the whole system shares: sections in brackets, key=value lines. Section and key
+// names match without regard to case; a value runs to the end of its line and is trimmed; the
+// first of duplicate keys wins. Files may be UTF-8 or Windows-1252 ("¶" and "¦" in either).
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace tsaw {
+
+class TIniFile {
+ public:
+  // An empty file.
+  TIniFile() = default;
+  // Parses `text` (UTF-8).
+  static TIniFile FromText(std::string_view text);
+  // Reads and parses a file. A missing or unreadable file reads as empty; Error() says why.
+  static TIniFile Load(const std::filesystem::path& path);
+
+  // The trimmed value of section/key, or `default_value` when the key is absent.
+  std::string ReadString(std::string_view section, std::string_view key,
+                         std::string_view default_value = {}) const;
+  // The key=value lines of a section in file order, keys as written, values trimmed.
+  std::vector<std::pair<std::string, std::string>> ReadSection(std::string_view section) const;
+  bool SectionExists(std::string_view section) const;
+  bool ValueExists(std::string_view section, std::string_view key) const;
+
+  // Empty when the file was read; otherwise what went wrong and where.
+  const std::string& Error() const { return error_; }
+
+ private:
+  struct Section {
+    std::string name;
+    std::vector<std::pair<std::string, std::string>> entries;
+  };
+  const Section* FindSection(std::string_view name) const;
+
+  std::vector<Section> sections_;
+  std::string error_;
+};
+
+// True for "yes", "y", "true", "t" and "1" in any letter case.
+bool IniBool(std::string_view value);
+
+}  // namespace tsaw

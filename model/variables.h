@@ -1,0 +1,42 @@
+#pragma once
+// Routines over the wizard state's variable and directive tables.
+
+#include <string>
+#include <string_view>
+
+#include "model/wizard.h"
+
+namespace tsaw {
+
+// Builds the variable table: the 48 entries (0 empty, 1..47 the fixed names with their identifier
+// tokens and plug-in-array flags), no plug-in sub-items yet; VarCount becomes 48. Keeps nothing
+// of an earlier table.
+void Init_Variables(TWizard& wizard);
+
+// Frees the run data, clears the plug-in sub-arrays, then resets the whole state to empty.
+void Clear_Wizard(TWizard& wizard);
+
+// For each plug-in-array variable: frees its sub-items and leaves only the empty element 0.
+void Clear_Pin_SubArrays(TWizard& wizard);
+
+// The plug-in count of the run data, 0 when there is none.
+uint16_t PluginCountOf(const TWizard& wizard);
+
+// Appends a directive mirroring `var_idx`, named "dd" + `name`; returns its number.
+uint16_t MakeNewDirective(TWizard& wizard, uint16_t var_idx, std::string_view name);
+
+// Renames directive `dir_const` to "dd" + `name`. 0 or out of range: nothing changes and a debug
+// line says why; the caller is not told.
+void ResetDirective(TWizard& wizard, uint16_t dir_const, std::string_view name);
+
+// Puts `new_value` into the variable (the current plug-in's item for a plug-in array) after
+// saving the old value; RestoreVar puts it back. One level only.
+void BackupVar(TWizard& wizard, uint16_t var_idx, std::string_view new_value);
+void RestoreVar(TWizard& wizard, uint16_t var_idx);
+
+// The item a plain read of `var_idx` means: the current plug-in's sub-item for a plug-in array
+// (when it exists), else the variable itself.
+TVariableItem& CurrentItem(TWizard& wizard, uint16_t var_idx);
+const TVariableItem& CurrentItem(const TWizard& wizard, uint16_t var_idx);
+
+}  // namespace tsaw
