@@ -31,4 +31,10 @@ struct Command {
 // Every command, in the order --help lists them.
 const std::vector<Command>& Commands();
 
+// The commands, each defined in its own cmd_<name>.cpp.
+Command MakePreprocessCommand();
+Command MakeTemplatesCommand();
+Command MakeValidateCommand();
+Command MakeCreateCommand();
+
 }  // namespace tsaw::app
