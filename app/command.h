@@ -36,5 +36,9 @@ Command MakePreprocessCommand();
 Command MakeTemplatesCommand();
 Command MakeValidateCommand();
 Command MakeCreateCommand();
+Command MakeGuiCommand();
+
+// The command that runs when none is named.
+inline constexpr const char* kDefaultCommand = "gui";
 
 }  // namespace tsaw::app

@@ -5,6 +5,11 @@ namespace tsaw::app {
 // Each command lives in its own file; this is the table that lists them.
 const std::vector<Command>& Commands() {
   static const std::vector<Command> commands = {
+      MakePreprocessCommand(),
+      MakeTemplatesCommand(),
+      MakeValidateCommand(),
+      MakeCreateCommand(),
+      MakeGuiCommand(),
   };
   return commands;
 }

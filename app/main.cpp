@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include <iostream>
+#include <string_view>
 
 #include "app/command.h"
 #include "platform/debug_log.h"
@@ -17,7 +18,7 @@ int main(int argc, char** argv) {
   using namespace tsaw::app;
   CLI::App cli{"tsaw - the Tessera Wizard: makes Project Sets from templates", "tsaw"};
   cli.set_version_flag("--version", std::string("tsaw ") + kVersion);
-  cli.require_subcommand(1);
+  cli.require_subcommand(0, 1);
 
   GlobalOptions global;
   cli.add_option("--root", global.root, "Framework root folder (default: $TESSERA_ROOT, else "
@@ -25,9 +26,11 @@ int main(int argc, char** argv) {
   cli.add_flag("--debug", global.debug, "Write the debug log (also TSAW_DEBUG=1)");
 
   std::function<int()> run;
+  std::function<int()> default_run;
   for (const Command& command : Commands()) {
     CLI::App* sub = cli.add_subcommand(command.name, command.help);
     auto runner = command.setup(*sub, global);
+    if (std::string_view(command.name) == kDefaultCommand) default_run = runner;
     sub->callback([&run, runner] { run = runner; });
   }
 
@@ -38,5 +41,6 @@ int main(int argc, char** argv) {
     return status == 0 ? kExitOk : kExitUsage;
   }
   tsaw::platform::InitDebugLogFromEnvironment(global.debug);
+  if (!run) run = default_run;
   return run ? run() : kExitUsage;
 }

@@ -2,6 +2,7 @@
 // Variable references in text: the name form #Name# and the identifier form vrName. Matching is
 // case-sensitive; every replacement replaces all occurrences, left to right.
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,10 +21,13 @@ TFindVarResult FindVar(const TWizard& wizard, std::string_view s, TFindMode mode
 // How a full expansion ended.
 enum class TExpandOutcome { Complete, StoppedAtBound };
 
-// Expands `s`. `one_pass` makes a single pass over the table; otherwise passes repeat until no
-// reference is left, or until a bound on passes is reached (a cycle that the circular-reference
-// check did not neutralise), which the outcome reports. `pairs` is taken two by two as
-// (from, to) replacements applied to each value before it is inserted.
+// Expands `s` into `res` (which may be the text `s` views). `one_pass` makes a single pass over
+// the table; otherwise passes repeat until no reference is left. A cycle that the
+// circular-reference check did not neutralise (or a value that brings its own token back, or
+// makes the text grow without end) stops the expansion at a bound: `res` then holds the text as
+// far as it got and the outcome is StoppedAtBound. `pairs` is taken two by two as (from, to)
+// replacements applied to each value before it is inserted; an odd count is ignored. Sub-items
+// are found by the names and tokens that ResizePinSubArray gives them.
 TExpandOutcome ExpandVar(const TWizard& wizard, std::string_view s, bool one_pass, std::string& res,
                          const std::vector<std::string>& pairs = {});
 // Convenience: the full expansion of `s`.
@@ -42,6 +46,10 @@ uint16_t AnyCvrError(TWizard& wizard, const TCvrNotifier& notify);
 
 // The identifier form of a text: 'Product Name 2' -> 'Product_Name_2', '2.2.05' -> '_2_2_05'.
 std::string Str2Idf(std::string_view s);
+
+// `text` with every occurrence of `from` replaced by `to`, left to right, without re-scanning
+// replaced text; an empty `from` changes nothing.
+std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
 
 // Turns a one-line text with separator `pipe` (one UTF-8 character) into CR LF separated lines.
 std::string Piped2Text(std::string_view s, std::string_view pipe);

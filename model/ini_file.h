@@ -1,7 +1,10 @@
 #pragma once
 // The INI reading the whole system shares: sections in brackets, key=value lines. Section and key
-// names match without regard to case; a value runs to the end of its line and is trimmed; the
-// first of duplicate keys wins. Files may be UTF-8 or Windows-1252 ("¶" and "¦" in either).
+// names match without regard to the case of ASCII letters; a value runs to the end of its line and
+// is trimmed; the first of duplicate keys wins, and a repeated section header continues the first
+// section of that name. Lines starting with ';', lines without '=', and lines before the first
+// section are ignored. Lines end in CR LF, LF or CR; a UTF-8 byte-order mark is skipped. Files may
+// be UTF-8 or Windows-1252 ("¶" and "¦" in either); the text is UTF-8 once read.
 
 #include <filesystem>
 #include <string>

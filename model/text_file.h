@@ -17,12 +17,16 @@ struct TTextFile {
   TTextEncoding Encoding = TTextEncoding::Utf8;
 };
 
-// Decodes bytes: valid UTF-8 stays as it is, anything else is read as Windows-1252.
+// Decodes bytes: valid UTF-8 stays as it is (a byte-order mark included, so that writing the
+// text back gives the same bytes), anything else is read as Windows-1252, whose 256 bytes all
+// decode to distinct characters.
 TTextFile DecodeText(std::string_view bytes);
-// Encodes UTF-8 text for writing; characters Windows-1252 lacks become '?'.
+// Encodes UTF-8 text for writing; characters Windows-1252 lacks, and bytes that are not UTF-8,
+// become '?'.
 std::string EncodeText(std::string_view utf8, TTextEncoding encoding);
 
-// Reads a whole file as bytes; nullopt (with `error` set, when given) when it cannot be read.
+// Reads a whole file as bytes; nullopt (with `error` set, when given, to a message naming the
+// file and the reason) when it cannot be read or is a folder.
 std::optional<std::string> ReadFileBytes(const std::filesystem::path& path, std::string* error = nullptr);
 // Writes bytes, replacing the file; false (with `error` set, when given) on failure.
 bool WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, std::string* error = nullptr);

@@ -13,6 +13,19 @@ namespace tsaw {
 // of an earlier table.
 void Init_Variables(TWizard& wizard);
 
+// The identifier token of a variable name: "vr" + `name` with every '.' turned into '_'.
+std::string IdentifierToken(std::string_view name);
+
+// The highest variable number a search over the table visits: the variable count, bounded by the
+// table's size (the count starts one above the last fixed variable).
+uint16_t LastSearchedVar(const TWizard& wizard);
+
+// Gives a plug-in-array variable the sub-items 1..`plugin_count` (element 0 stays empty): item n is
+// named after the variable with every "Plugin." turned into "Plugin[n]." and its token is the
+// variable's with every "vrPlugin" turned into "vrPlugin" + n. Earlier sub-items are dropped.
+// The expansion recognises sub-items by these names.
+void ResizePinSubArray(TVariableItem& variable, uint16_t plugin_count);
+
 // Frees the run data, clears the plug-in sub-arrays, then resets the whole state to empty.
 void Clear_Wizard(TWizard& wizard);
 

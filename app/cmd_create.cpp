@@ -1,0 +1,184 @@
+// tsaw create: makes a Project Set from a Job or a template, as the Creation page does, after the
+// answers have passed every page's rules.
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/command.h"
+#include "app/root.h"
+#include "creation/creation_run.h"
+#include "creation/report.h"
+#include "jobs/job_loader.h"
+#include "jobs/job_writer.h"
+#include "jobs/session.h"
+#include "model/format.h"
+#include "pages/validate_all.h"
+#include "templates/catalogue.h"
+#include "templates/defaults.h"
+
+namespace tsaw::app {
+namespace {
+
+volatile std::sig_atomic_t g_interrupted = 0;  // set by the SIGINT handler, read at pump points
+
+void OnInterrupt(int) { g_interrupted = 1; }
+
+struct CreateOptions {
+  std::string job;
+  std::string template_path;
+  std::string config;
+  std::vector<std::string> sets;
+  bool dry_run = false;
+  std::string save_job;
+};
+
+// Progress on a terminal: the counted files, then a bar over them; Ctrl-C aborts the run.
+class TerminalProgress : public creation::TRunObserver {
+ public:
+  explicit TerminalProgress(bool show) : show_(show) {}
+  void Attach(creation::TCreationRun* run) { run_ = run; }
+  void CountersChanged(const creation::TCounters& counters) override {
+    if (show_ && counting_ && counters.FilesScanned % 64 == 0) {
+      std::cerr << "\rcounting: " << FormatCount(counters.FilesScanned) << " files" << std::flush;
+    }
+  }
+  void TaskChanged(const std::string& task) override {
+    counting_ = task == "counting files and folders...";
+    if (show_ && task == "processing files and folders...") std::cerr << "\r\033[K";
+  }
+  void GaugeChanged(int32_t max, int32_t position) override {
+    if (!show_ || counting_ || max <= 0 || (position % 16 != 0 && position != max)) return;
+    const int filled = static_cast<int>(40LL * position / max);
+    std::cerr << "\r[" << std::string(filled, '#') << std::string(40 - filled, '.') << "] "
+              << FormatCount(position) << "/" << FormatCount(max) << std::flush;
+  }
+  void ShowMessage(const std::string& text) override { std::cerr << "tsaw: create: " << text << "\n"; }
+  void Pump() override {
+    if (g_interrupted && run_ && !aborted_) {
+      aborted_ = true;
+      run_->Abort();
+    }
+  }
+  void Done() const {
+    if (show_) std::cerr << "\r\033[K" << std::flush;
+  }
+
+ private:
+  bool show_;
+  bool counting_ = false;
+  bool aborted_ = false;
+  creation::TCreationRun* run_ = nullptr;
+};
+
+// Selects the Job's or the named template and applies the defaults, configuration and --set
+// layers. Returns what is wrong, or an empty text.
+std::string SelectTemplate(TWizard& wizard, const CreateOptions& options) {
+  if (!options.config.empty()) {
+    if (options.config.find('/') != std::string::npos) return "--config takes a name, not a path";
+    wizard.ConfigFile = wizard.WizardFolder + "TSaW." + options.config + ".ini";
+    if (!std::filesystem::is_regular_file(wizard.ConfigFile)) return "no configuration file " + wizard.ConfigFile;
+  }
+  TCatalogue catalogue(wizard);
+  if (!options.job.empty()) {
+    if (std::string error = Load_Job(wizard, options.job); !error.empty()) return error;
+    catalogue.Open();
+  } else {
+    catalogue.Refresh_Tree();
+    std::string path = wizard.TemplatesFolder + options.template_path;
+    while (!path.empty() && path.back() == '/') path.pop_back();
+    TCatalogueNode* node = catalogue.Find_Node(path);
+    if (!node) return "no template '" + options.template_path + "' in " + wizard.TemplatesFolder;
+    catalogue.Select(node);
+  }
+  if (!catalogue.PageValid()) return "the selected template is not valid (see `tsaw validate`)";
+  std::vector<std::pair<std::string, std::string>> values;
+  for (const std::string& set : options.sets) {
+    const auto equals = set.find('=');
+    if (equals == std::string::npos || equals == 0) return "--set takes NAME=VALUE, not '" + set + "'";
+    values.emplace_back(set.substr(0, equals), set.substr(equals + 1));
+  }
+  return values.empty() ? std::string() : Apply_Value_Overrides(wizard, values);
+}
+
+int Report(creation::TRunOutcome outcome, const creation::TCreationRun& run, const TWizard& wizard,
+           bool dry_run) {
+  for (const std::string& line : creation::StatisticsBlock(run.Counters())) std::cout << line << "\n";
+  std::cout << (dry_run ? "Project Set folder (not written): " : "Project Set folder: ")
+            << run.ProjectSetFolder().string() << "\nReport: " << creation::ReportFile(wizard).string() << "\n";
+  switch (outcome) {
+    case creation::TRunOutcome::Finished: return kExitOk;
+    case creation::TRunOutcome::Aborted: std::cerr << "tsaw: create: aborted\n"; break;
+    case creation::TRunOutcome::Stopped: std::cerr << "tsaw: create: stopped: " << run.StopReason() << "\n"; break;
+    case creation::TRunOutcome::Failed: std::cerr << "tsaw: create: failed: " << run.StopReason() << "\n"; break;
+  }
+  return kExitFailed;
+}
+
+int RunCreate(const CreateOptions& options, const GlobalOptions& global) {
+  auto session = ResolveWizardSession(global, std::cerr);
+  if (!session) return kExitFailed;
+  TWizard& wizard = session->Wizard;
+  if (std::string error = SelectTemplate(wizard, options); !error.empty()) {
+    std::cerr << "tsaw: create: " << error << "\n";
+    return kExitFailed;
+  }
+  if (const auto failures = ValidateAllAnswers(wizard); !failures.empty()) {
+    std::cerr << FormatFailures(failures) << "tsaw: create: the answers do not pass the pages' rules; nothing was written\n";
+    return kExitFailed;
+  }
+  auto trash = platform::MakeUserTrash();
+  auto dci = creation::MakeDciGeneratorFromEnvironment();
+  creation::TRunServices services{kWizardProgram, trash.get(), dci.get(),
+                                  [&session](TWizard& w) {
+                                    Set_Fixed_Variables(w, kWizardProgram, *session->Clock, *session->Machine);
+                                  },
+                                  std::getenv("HOME") ? std::getenv("HOME") : ""};
+  TerminalProgress progress(isatty(STDERR_FILENO) == 1);
+  creation::TCreationRun run(wizard, std::move(services), progress);
+  progress.Attach(&run);
+  auto previous = std::signal(SIGINT, OnInterrupt);
+  const creation::TRunOutcome outcome = run.Start(options.dry_run);
+  std::signal(SIGINT, previous);
+  progress.Done();
+  const int status = Report(outcome, run, wizard, options.dry_run);
+  if (status != kExitOk || options.save_job.empty()) return status;
+  if (std::string error = Save_Job(wizard, options.save_job, TOverwrite::Confirmed); !error.empty()) {
+    std::cerr << "tsaw: create: the Job was not saved: " << error << "\n";
+    return kExitFailed;
+  }
+  return kExitOk;
+}
+
+}  // namespace
+
+Command MakeCreateCommand() {
+  return {"create", "Make a Project Set from a Job or a template",
+          [](CLI::App& sub, const GlobalOptions& global) -> std::function<int()> {
+            auto options = std::make_shared<CreateOptions>();
+            auto* job = sub.add_option("--job", options->job, "A Job file whose answers to use");
+            auto* tpl = sub.add_option("--template", options->template_path,
+                                       "A template, as a path below the templates folder");
+            job->excludes(tpl);
+            tpl->excludes(job);
+            sub.add_option("--config", options->config, "The configuration to use (TSaW.NAME.ini)");
+            sub.add_option("--set", options->sets, "One more default value, NAME=VALUE (repeatable)");
+            sub.add_flag("--dry-run", options->dry_run, "Count only; write nothing into the output folder");
+            sub.add_option("--save-job", options->save_job, "Save the answers as a Job after a finished run");
+            return [options, &global] {
+              if (options->job.empty() && options->template_path.empty()) {
+                std::cerr << "tsaw: create: give --job FILE or --template PATH\n";
+                return kExitUsage;
+              }
+              return RunCreate(*options, global);
+            };
+          }};
+}
+
+}  // namespace tsaw::app

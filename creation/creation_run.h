@@ -1,0 +1,78 @@
+#pragma once
+// The creation run (the "Creation Process" page's start and stop buttons without the page): it
+// checks the variables, sets up the run directives, counts the template, then writes the Project
+// Set, and always ends by writing "Report.txt" into the wizard folder.
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "creation/dci.h"
+#include "creation/run_observer.h"
+#include "model/startup.h"
+#include "model/wizard.h"
+#include "platform/trash.h"
+
+namespace tsaw::creation {
+
+struct TRunContext;
+
+// What the run needs from outside the wizard state.
+struct TRunServices {
+  TProgramInfo Program;  // names the fixed directives
+  platform::Trash* Trash = nullptr;
+  TDciGenerator* Dci = nullptr;
+  // Sets the fixed variables again (date and time of this run); empty: keeps them as they are.
+  std::function<void(TWizard&)> SetFixedVariables;
+  // Guarded besides the wizard folder and the template: the Project Set folder may not be or hold it.
+  std::filesystem::path Home;
+};
+
+enum class TRunOutcome {
+  Finished,  // every selected target was passed
+  Aborted,   // Abort was called
+  Stopped,   // refused or stopped by a walk (StopReason says why)
+  Failed,    // an exception ended it (the report holds the "TSA EXCEPTION" line)
+};
+
+class TCreationRun {
+ public:
+  // `wizard` must have a selected, valid template. Trash and Dci must be set in `services`.
+  TCreationRun(TWizard& wizard, TRunServices services, TRunObserver& observer);
+  ~TCreationRun();
+
+  // Runs the whole creation; with `counting_only` it stops after the counting pass and writes
+  // nothing into the Base Folder. The report is saved in every case. Never throws.
+  TRunOutcome Start(bool counting_only = false);
+  // The stop button's Abort: the run stops at its next check (call it from a pump point).
+  void Abort();
+
+  const std::vector<std::string>& ReportLines() const;
+  const TCounters& Counters() const;
+  // The Project Set folder of the last run (empty before the run computed it).
+  const std::filesystem::path& ProjectSetFolder() const;
+  // Why the last run stopped or failed; empty when it finished or was aborted.
+  const std::string& StopReason() const;
+
+ private:
+  TRunOutcome RunPhases(bool counting_only);
+  void CheckVariables();
+  void PrepareDirectives();
+  void CheckTargets();
+  bool ComputeProjectSet();
+  TRunOutcome CountingPass();
+  TRunOutcome ProcessingPass();
+  TRunOutcome ProcessLanguages();
+  TRunOutcome ProcessTargets();
+  TRunOutcome Interrupted() const;
+  void Finish();
+
+  TWizard& wizard_;
+  TRunServices services_;
+  std::unique_ptr<TRunContext> run_;
+  bool language_on_[10] = {};
+};
+
+}  // namespace tsaw::creation

@@ -1,0 +1,163 @@
+#include "creation/file_processing.h"
+
+#include <cctype>
+
+#include "creation/file_names.h"
+#include "creation/project_file_cleaning.h"
+#include "model/expand.h"
+#include "model/text_file.h"
+#include "platform/debug_log.h"
+
+namespace tsaw::creation {
+namespace fs = std::filesystem;
+namespace {
+
+constexpr const char* kSkippedExtensions =
+    "  .exe .vrm .dll .tsa .dcu .map .drc .slx .dsk .bak .~1~ .~2~ .~3~ .~4~ .~5~ .~6~ .~7~ .~8~ "
+    ".~9~ .dst .identcache .todo .tvsconfig ";
+constexpr const char* kSkippedNames = "  template.ini ";
+// ".inc" stands here beside the listed extensions so that include files reach the preprocessor.
+constexpr const char* kExpandable =
+    "  .dpr .pas .dfm .txt .ini .bpg .dof .cfg .rc .bat .bdsproj .bdsgroup .dproj .groupproj .inc ";
+constexpr const char* kProjectSettings = "  .cfg .dof .bdsproj .dproj ";
+constexpr const char* kDirectiveAware = "  .dpr .pas .inc ";
+
+bool InList(const char* list, const std::string& item) {
+  return std::string_view(list).find(" " + item + " ") != std::string_view::npos;
+}
+
+std::string Lower(std::string text) {
+  for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return text;
+}
+
+bool FirstLineIsBinaryMark(const std::string& bytes) {
+  const auto end = bytes.find_first_of("\r\n");
+  return std::string_view(bytes).substr(0, end) == "\xFF";
+}
+
+TFileOutcome Fail(TRunContext& run, const std::string& line) {
+  run.Report(line);
+  return TFileOutcome::Failed;
+}
+
+TFileOutcome CopyPlain(TRunContext& run, const fs::path& source, const fs::path& dest) {
+  run.Report("    Copying file '" + source.string() + "' to '" + dest.string() + "'...");
+  std::error_code ec;
+  fs::copy_file(source, dest, fs::copy_options::overwrite_existing, ec);
+  if (!ec) return TFileOutcome::Processed;
+  return Fail(run, "Non-expandable file could not be copied.  Source: '" + source.string() +
+                       "'  Destination: '" + dest.string() + "'");
+}
+
+// The expansion of a file's text with the quoting its kind needs.
+std::string Expanded(TRunContext& run, const std::string& text, const std::string& ext) {
+  std::vector<std::string> pairs;
+  if (ext == ".rc") {
+    run.Report("      Replacing double-quotes while expanding variables...");
+    pairs = {"\"", "\\042"};
+  } else if (ext == ".dfm") {
+    run.Report("      Replacing single-quotes while expanding variables...");
+    pairs = {"'", "[ASingleQuote]", "[ASingleQuote]", "''"};
+  } else {
+    run.Report("      Expanding variables with no char replacement...");
+  }
+  // Every reference holds a '#' or an identifier token, which begins with "vr".
+  if (text.find('#') == std::string::npos && text.find("vr") == std::string::npos) return text;
+  std::string result;
+  if (ExpandVar(run.wizard, text, false, result, pairs) == TExpandOutcome::StoppedAtBound) {
+    run.Report("      WARNING: Variables are still referred to after the last expansion pass.");
+  }
+  return result;
+}
+
+// The text as the line lists write it: every line ended by CR LF (CR, LF and CR LF all count as
+// line ends); the same as JoinLines(SplitLines(text)) without a string per line.
+std::string WithCrLfLines(std::string_view text) {
+  std::string out;
+  out.reserve(text.size() + text.size() / 32 + 2);
+  std::size_t line_start = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (c != '\r' && c != '\n') continue;
+    out.append(text, line_start, i - line_start);
+    out += "\r\n";
+    if (c == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
+    line_start = i + 1;
+  }
+  if (line_start < text.size()) {
+    out.append(text, line_start, text.size() - line_start);
+    out += "\r\n";
+  }
+  return out;
+}
+
+// The preprocessor's Execute on the lines of `text`, without splitting it into lines first.
+std::string Preprocessed(TRunContext& run, const std::string& text) {
+  if (text.empty()) return text;
+  return WithCrLfLines(run.processor->ProcessText(text, run.processor->Defines, true));
+}
+
+TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path& dest,
+                        const std::string& ext) {
+  std::string error;
+  const auto bytes = ReadFileBytes(source, &error);
+  if (!bytes) return Fail(run, "      ERROR: File could not be read: " + error);
+  if (ext == ".dfm" && FirstLineIsBinaryMark(*bytes)) {
+    return Fail(run, "      ERROR: DFM is in binary format. Only text DFMs are supported: '" +
+                         source.string() + "'");
+  }
+  const TTextFile file = DecodeText(*bytes);
+  std::string text = WithCrLfLines(Expanded(run, file.Text, ext));
+  const bool settings = InList(kProjectSettings, ext);
+  if (settings || ext == ".dfm") {
+    std::vector<std::string> lines = SplitLines(text);
+    const auto report = [&run](const std::string& line) { run.Report(line); };
+    if (settings) Remove_Template_Directives(lines, ext, report);
+    if (ext == ".dfm") RenewDci(lines, dest.lexically_relative(run.project_set).generic_string(), run.dci, report);
+    text = JoinLines(lines);
+  }
+  const bool aware = InList(kDirectiveAware, ext);
+  run.Report(std::string("      Is directive-aware? ") + YesNo(aware));
+  if (aware) text = Preprocessed(run, text);
+  if (run.aborted) return TFileOutcome::Aborted;
+  run.Report("      Saving file to destination folder...");
+  if (!WriteFileBytes(dest, EncodeText(text, file.Encoding), &error)) {
+    return Fail(run, "      ERROR: File could not be saved: " + error);
+  }
+  return TFileOutcome::Processed;
+}
+
+// True when `name` is a plain file name that keeps `dest` inside the Project Set.
+bool SafeName(const TRunContext& run, const std::string& name, const fs::path& dest) {
+  if (name.empty() || name == "." || name == ".." || name.find('/') != std::string::npos) return false;
+  const fs::path relative = dest.lexically_normal().lexically_relative(run.project_set);
+  return !relative.empty() && *relative.begin() != "..";
+}
+
+}  // namespace
+
+std::string LowerExtension(const std::string& name) {
+  const auto dot = name.rfind('.');
+  return dot == std::string::npos ? std::string() : Lower(name.substr(dot));
+}
+
+bool SkippedFile(const std::string& name) {
+  return InList(kSkippedExtensions, LowerExtension(name)) || InList(kSkippedNames, Lower(name));
+}
+
+TFileOutcome Process_File(TRunContext& run, const fs::path& source, const fs::path& dest_folder) {
+  platform::ScopedRoutine routine("TSaW_frmCreation.TfrmCreation.Process_File");
+  const std::string name = source.filename().string();
+  const std::string dest_name = ProjectFileName(run.wizard, name);
+  const fs::path dest = dest_folder / dest_name;
+  if (!SafeName(run, dest_name, dest)) {
+    return Fail(run, "      ERROR: The name '" + dest_name + "' made from '" + name +
+                         "' would leave the Project Set folder; file not written.");
+  }
+  const std::string ext = LowerExtension(name);
+  if (!InList(kExpandable, ext)) return CopyPlain(run, source, dest);
+  return ExpandFile(run, source, dest, ext);
+}
+
+}  // namespace tsaw::creation

@@ -1,0 +1,27 @@
+#pragma once
+// Process_File: one template file written into the Project Set.
+
+#include <filesystem>
+
+#include "creation/run_context.h"
+
+namespace tsaw::creation {
+
+// What became of one file.
+enum class TFileOutcome { Processed, Failed, Aborted };
+
+// Copies or expands `source` into `dest_folder` under its Project Set name, by extension: plain
+// copy; expansion (".rc" and ".dfm" with their quoting); project-settings cleaning; DCI renewal;
+// the preprocessor for ".dpr", ".pas" and ".inc". A file that cannot be read, refused (binary
+// form, a name leading out of the Project Set) or written is Failed with an ERROR line; the
+// preprocessor's error is thrown on to the run.
+TFileOutcome Process_File(TRunContext& run, const std::filesystem::path& source,
+                          const std::filesystem::path& dest_folder);
+
+// True when the file named `name` is one the walk skips (by extension or name).
+bool SkippedFile(const std::string& name);
+
+// The lower-cased extension with its dot ("" for none), as the walk's lists test it.
+std::string LowerExtension(const std::string& name);
+
+}  // namespace tsaw::creation

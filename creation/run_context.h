@@ -1,0 +1,70 @@
+#pragma once
+// The state one creation run shares between its driver, its walk and its file processing. Used
+// only inside creation/.
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "creation/dci.h"
+#include "creation/run_observer.h"
+#include "model/wizard.h"
+#include "platform/trash.h"
+#include "preprocessor/model_processor.h"
+
+namespace tsaw::creation {
+
+struct TRunContext {
+  TRunContext(TWizard& w, TRunObserver& o, TDciGenerator& d, platform::Trash& t)
+      : wizard(w), observer(o), dci(d), trash(t) {}
+
+  TWizard& wizard;
+  TRunObserver& observer;
+  TDciGenerator& dci;
+  platform::Trash& trash;
+  std::unique_ptr<TqrxModelProcessor> processor;
+
+  std::vector<std::string> report;
+  std::string stop_reason;  // why the run stopped before finishing, for the command line
+  TCounters counters;
+  bool aborted = false;
+  bool count_only = false;
+  uint16_t step = 0;
+  int32_t gauge_max = 100;
+  int32_t gauge_position = 0;
+  std::string task = "idle.";
+  std::filesystem::path template_folder;  // the selected template, no trailing separator
+  std::filesystem::path project_set;      // the Project Set folder, no trailing separator
+
+  void Report(const std::string& line = {}) {
+    report.push_back(line);
+    observer.ReportLine(line);
+  }
+  void ShowCounters() { observer.CountersChanged(counters); }
+  void SetGauge(int32_t max, int32_t position) {
+    gauge_max = max;
+    gauge_position = position;
+    observer.GaugeChanged(max, position);
+  }
+  void AdvanceGauge() { observer.GaugeChanged(gauge_max, ++gauge_position); }
+  void SetStatus(const std::string& message, const std::string& new_task) {
+    observer.MessageChanged(message);
+    SetTask(new_task);
+  }
+  void SetTask(const std::string& new_task) {
+    task = new_task;
+    observer.TaskChanged(new_task);
+  }
+  // Pumps the interface's messages; true when the run may go on.
+  bool Pump() {
+    observer.Pump();
+    return !aborted;
+  }
+};
+
+// The yes/no word of the report lines.
+inline const char* YesNo(bool value) { return value ? "Yes" : "No"; }
+
+}  // namespace tsaw::creation

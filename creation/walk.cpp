@@ -1,0 +1,208 @@
+#include "creation/walk.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "creation/file_names.h"
+#include "creation/file_processing.h"
+#include "creation/run_directives.h"
+#include "model/expand.h"
+#include "model/targets.h"
+#include "model/variables.h"
+#include "platform/debug_log.h"
+
+namespace tsaw::creation {
+namespace fs = std::filesystem;
+namespace {
+
+// Which catalogue folders a walk leaves to the other walk entries.
+enum class TLevel { Root, Language, Inner };
+
+struct TEntry {
+  std::string name;
+  bool folder = false;
+};
+
+// The folder's entries in name order, without those whose name begins with ".".
+std::vector<TEntry> ListFolder(TRunContext& run, const fs::path& folder) {
+  std::vector<TEntry> entries;
+  std::error_code ec;
+  for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
+    const std::string name = it->path().filename().string();
+    if (name.empty() || name[0] == '.') continue;
+    std::error_code type_ec;
+    // A linked folder is not entered (a link to a parent would never end); it fails as a file.
+    entries.push_back({name, it->is_directory(type_ec) && !it->is_symlink(type_ec)});
+  }
+  if (ec) run.Report("    ERROR: Folder could not be read: '" + folder.string() + "' (" + ec.message() + ")");
+  std::sort(entries.begin(), entries.end(), [](const TEntry& a, const TEntry& b) { return a.name < b.name; });
+  return entries;
+}
+
+bool IsCatalogueFolder(const std::string& name, TLevel level) {
+  if (level == TLevel::Root) {
+    for (uint16_t language = 1; language <= kLanguageCount; ++language) {
+      if (name == LanguageInfo(language).Folder) return true;
+    }
+  } else if (level == TLevel::Language) {
+    for (uint16_t platform = 1; platform <= kPlatformCount; ++platform) {
+      if (name == PlatformInfo(platform).Folder) return true;
+    }
+  }
+  return false;
+}
+
+bool IsTplHelper(const std::string& name) {
+  std::string lower = name;
+  for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return lower == "tplhelper";
+}
+
+fs::path DestinationOf(const TRunContext& run, const fs::path& source) {
+  return run.project_set / source.lexically_relative(run.template_folder);
+}
+
+bool CreateFolder(TRunContext& run, const fs::path& dest) {
+  run.Report("  Creating folder:  '" + dest.string() + "'...");
+  std::error_code ec;
+  fs::create_directories(dest, ec);
+  if (!ec && fs::is_directory(dest)) {
+    ++run.counters.FoldersProcessed;
+    return true;
+  }
+  ++run.counters.FoldersFailed;
+  run.Report("    ERROR: Folder could not be created: '" + dest.string() + "'");
+  run.stop_reason = "Folder could not be created: '" + dest.string() + "' (" +
+                    (ec ? ec.message() : std::string("not a folder")) + ")";
+  return false;
+}
+
+// A "Host" folder, or a folder below "Plugins", inside a target tree.
+void EnterPluginFolder(TRunContext& run, const fs::path& folder) {
+  const std::string name = folder.filename().string();
+  const std::string path = "/" + folder.lexically_relative(run.template_folder).generic_string() + "/";
+  if (name != "Host" && path.find("/Plugins/") == std::string::npos) return;
+  const int number = PluginNumberOfFolder(name);
+  if (number >= 1 && number <= PluginCountOf(run.wizard)) MakePluginCurrent(run, number);
+}
+
+bool Scan_More(TRunContext& run, const fs::path& source, TLevel level, bool in_target);
+
+bool WalkFolder(TRunContext& run, const fs::path& folder, bool in_target) {
+  const bool skip = IsTplHelper(folder.filename().string());
+  if (run.count_only) {
+    ++(skip ? run.counters.FoldersSkipped : run.counters.FoldersScanned);
+    run.ShowCounters();
+    return skip || Scan_More(run, folder, TLevel::Inner, in_target);
+  }
+  run.Report("  Folder '" + folder.string() + "' - Skip? " + YesNo(skip) + " ");
+  if (skip) return true;
+  if (!CreateFolder(run, DestinationOf(run, folder))) return false;
+  run.ShowCounters();
+  if (in_target) EnterPluginFolder(run, folder);
+  return Scan_More(run, folder, TLevel::Inner, in_target);
+}
+
+bool WalkFile(TRunContext& run, const fs::path& file) {
+  const bool skip = SkippedFile(file.filename().string());
+  if (run.count_only) {
+    ++run.counters.FilesScanned;
+    if (skip) ++run.counters.FilesSkipped;
+  } else {
+    run.Report("    File '" + file.string() + "' - Skip? " + YesNo(skip) + " ");
+    run.AdvanceGauge();
+    if (run.aborted) return false;
+    if (!skip) {
+      const TFileOutcome outcome = Process_File(run, file, DestinationOf(run, file.parent_path()));
+      if (outcome == TFileOutcome::Aborted) return false;
+      ++(outcome == TFileOutcome::Processed ? run.counters.FilesProcessed : run.counters.FilesFailed);
+    }
+  }
+  run.ShowCounters();
+  return run.Pump();
+}
+
+bool Scan_More(TRunContext& run, const fs::path& source, TLevel level, bool in_target) {
+  for (const TEntry& entry : ListFolder(run, source)) {
+    if (run.aborted) return false;
+    const fs::path path = source / entry.name;
+    if (entry.folder && IsCatalogueFolder(entry.name, level)) continue;
+    if (!(entry.folder ? WalkFolder(run, path, in_target) : WalkFile(run, path))) return false;
+  }
+  return !run.aborted;
+}
+
+// Process_Language and Process_Target: one catalogue folder of the template.
+bool ProcessCatalogueFolder(TRunContext& run, const fs::path& relative, TLevel level, bool in_target) {
+  if (!run.Pump()) return false;
+  const fs::path source = run.template_folder / relative;
+  const bool exists = fs::is_directory(source);
+  if (run.count_only) {
+    ++run.counters.FoldersScanned;
+  } else if (exists) {
+    if (!CreateFolder(run, DestinationOf(run, source))) return false;
+  } else {
+    ++run.counters.FoldersFailed;
+    run.Report("    ERROR: Source Folder not available: '" + source.string() + "'");
+  }
+  run.ShowCounters();
+  if (!exists) return true;
+  return Scan_More(run, source, level, in_target);
+}
+
+}  // namespace
+
+void MakePluginCurrent(TRunContext& run, int number) {
+  TWizard& wizard = run.wizard;
+  wizard.PluginIndex = static_cast<uint16_t>(number);
+  run.Report("  Plugin Index set to " + std::to_string(number) + ".");
+  TVariableItem& index = wizard.Variables[viPluginIndex];
+  index.Value = index.DefaultValue = std::to_string(number);
+  index.IdfValue = Str2Idf(index.Value);
+  if (run.processor) {
+    RenameRunDirective(wizard, run.processor->Defines, wizard.RunDirectives.PluginIndex,
+                       "PluginIndex_" + std::to_string(number));
+  }
+}
+
+bool Process_Root(TRunContext& run) {
+  platform::ScopedRoutine routine("TSaW_frmCreation.TfrmCreation.Process_Root");
+  if (!run.Pump()) return false;
+  if (run.count_only) {
+    ++run.counters.FoldersScanned;
+    run.Report("  Folder '" + run.template_folder.string() + "' will be copied to '" +
+               run.project_set.string() + "'");
+  } else {
+    if (fs::exists(fs::symlink_status(run.project_set))) {
+      const std::string task = run.task;
+      run.SetTask("clearing project set folder and all subfoders...");
+      run.Pump();
+      run.Report("  Deltreeing folder '" + run.project_set.string() + "' to Recycle Byn...");
+      std::string error;
+      const bool trashed = run.trash.MoveToTrash(run.project_set, error);
+      run.SetTask(task);
+      if (!trashed) {
+        run.Report("    ERROR: " + error);
+        run.stop_reason = error + "; nothing was deleted.";
+        return false;
+      }
+    }
+    CreateFolder(run, run.project_set);
+  }
+  run.ShowCounters();
+  if (!run.Pump()) return false;
+  if (!run.count_only) run.Report("  Scanning main folder '" + run.template_folder.string() + "'...");
+  return Scan_More(run, run.template_folder, TLevel::Root, false);
+}
+
+bool Process_Language(TRunContext& run, uint16_t language) {
+  platform::ScopedRoutine routine("TSaW_frmCreation.TfrmCreation.Process_Language");
+  return ProcessCatalogueFolder(run, std::string(LanguageInfo(language).Folder), TLevel::Language, false);
+}
+
+bool Process_Target(TRunContext& run, uint16_t target) {
+  platform::ScopedRoutine routine("TSaW_frmCreation.TfrmCreation.Process_Target");
+  return ProcessCatalogueFolder(run, std::string(TargetInfo(target).Folder), TLevel::Inner, true);
+}
+
+}  // namespace tsaw::creation

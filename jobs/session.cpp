@@ -1,0 +1,34 @@
+#include "jobs/session.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "jobs/config.h"
+#include "platform/debug_log.h"
+
+namespace tsaw {
+
+TSessionStart Start_Session(TWizard& wizard, const platform::Clock& clock, const platform::MachineFolders& machine) {
+  platform::ScopedRoutine routine("TSaW_frmMain.TfrmMain.OnCreate");
+  platform::DebugLine("Initializing stuff..");
+  TSessionStart start;
+  const std::string root = machine.FrameworkRoot();
+  if (root.empty()) {
+    start.Messages.push_back("The framework root folder is unknown: give --root, or set TESSERA_ROOT or HOME.");
+    return start;
+  }
+  wizard.WizardFolder = (std::filesystem::path(root) / "TSA/Wizard/").lexically_normal().string();
+  wizard.JobsFolder = wizard.WizardFolder + "Jobs/";
+  wizard.TemplatesFolder = wizard.WizardFolder + "Templates/";
+  std::error_code ignored;
+  if (!std::filesystem::is_directory(wizard.WizardFolder, ignored)) {
+    start.Messages.push_back("Wizard folder \"" + wizard.WizardFolder +
+                             "\" does not exist; no configuration, Jobs or templates are found there.");
+  }
+  for (std::string& warning : Read_Settings(wizard)) start.Messages.push_back(std::move(warning));
+  Set_Fixed_Variables(wizard, kWizardProgram, clock, machine);
+  start.Ok = true;
+  return start;
+}
+
+}  // namespace tsaw

@@ -1,0 +1,83 @@
+#pragma once
+// Inside the model: an index of the variable table's tokens, built once per expansion, so that
+// finding references costs in proportion to the references in a text rather than to the size of
+// the table. It gives the same answers as searching every token of every variable in turn.
+// Sub-items are recognised by their number: their names hold "Plugin[n]" and their tokens begin
+// with "vrPlugin" + n or "vrPlugin[n]", as ResizePinSubArray makes them.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "model/expand.h"
+#include "model/wizard.h"
+
+namespace tsaw {
+
+// One token of one variable found in a text.
+struct TTokenHit {
+  bool found = false;
+  int plugin = 0;     // the sub-item whose token matched; 0 for the variable's own token
+  std::string token;  // the text to replace
+};
+
+class TTokenIndex {
+ public:
+  // The wizard must outlive the index; names and tokens must not change while it is in use.
+  explicit TTokenIndex(const TWizard& wizard);
+
+  const TWizard& wizard() const { return wizard_; }
+  uint16_t last() const { return last_; }
+  // The number of the variable's sub-items that are searched (0 when none are).
+  uint16_t pin_bound(uint16_t v) const { return pin_bound_[v]; }
+  // Variables plus searched sub-items: no chain of references without a cycle is longer.
+  uint32_t item_count() const { return item_count_; }
+  // True when no token holds a line feed, so no token can ever span one.
+  bool lines_independent() const { return lines_independent_; }
+
+  // The numbers above `above` of the variables with a token of the given forms in `text`,
+  // ascending, each once.
+  void Collect(std::string_view text, uint16_t above, bool names, bool idents,
+               std::vector<uint16_t>& out) const;
+  // The token of `v` that a search in number order finds first: its own, else the sub-item with
+  // the lowest number.
+  TTokenHit FindFirst(std::string_view text, uint16_t v, TFindMode mode) const;
+
+ private:
+  void AddVariable(uint16_t v);
+  void CollectNames(std::string_view text, uint16_t above, std::vector<uint16_t>& out) const;
+  void CollectIdents(std::string_view text, uint16_t above, std::vector<uint16_t>& out) const;
+  const TVariableItem* PinItem(uint16_t v, int n) const;
+  TTokenHit FindFirstName(std::string_view text, uint16_t v) const;
+  TTokenHit FindFirstIdent(std::string_view text, uint16_t v) const;
+
+  const TWizard& wizard_;
+  uint16_t last_ = 0;
+  uint32_t item_count_ = 0;
+  bool lines_independent_ = true;
+  std::vector<uint16_t> pin_bound_;
+  std::vector<uint16_t> pin_vars_;     // variables with searched sub-items
+  std::vector<uint16_t> slow_names_;   // names holding '#': searched directly
+  std::vector<uint16_t> slow_tokens_;  // tokens not beginning with "vr": searched directly
+  std::vector<uint8_t> slow_;          // per variable: 1 name searched directly, 2 token
+  std::unordered_map<std::string_view, uint16_t> first_by_name_;
+  std::unordered_map<std::string_view, uint16_t> first_by_token_;
+  std::vector<uint16_t> next_same_name_;
+  std::vector<uint16_t> next_same_token_;
+  std::vector<size_t> token_lengths_;
+};
+
+// False only when `s` surely holds no reference: no '#', no "vr", and every token begins with "vr".
+bool MayHoldReference(const TWizard& wizard, std::string_view s);
+
+// Replaces every occurrence of `from` (non-empty) in `text` by `to`, writing the result to `out`
+// only when there was one; returns the number of occurrences.
+size_t ReplaceAllInto(std::string_view text, std::string_view from, std::string_view to, std::string& out);
+
+// ExpandVar with a ready index.
+TExpandOutcome ExpandWithIndex(const TTokenIndex& index, std::string_view s, bool one_pass, std::string& res,
+                               const std::vector<std::string>& pairs);
+
+}  // namespace tsaw

@@ -1,0 +1,132 @@
+#include "model/ini_file.h"
+
+#include <algorithm>
+#include <optional>
+#include <unordered_set>
+
+#include "model/text_file.h"
+
+namespace tsaw {
+namespace {
+
+constexpr std::string_view kUtf8Bom = "\xEF\xBB\xBF";
+constexpr size_t kNoSection = static_cast<size_t>(-1);
+
+// Blanks as the INI format sees them: space and every control character.
+bool IsBlank(char c) { return static_cast<unsigned char>(c) <= ' '; }
+
+std::string_view Trim(std::string_view s) {
+  while (!s.empty() && IsBlank(s.front())) s.remove_prefix(1);
+  while (!s.empty() && IsBlank(s.back())) s.remove_suffix(1);
+  return s;
+}
+
+char LowerAscii(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
+
+std::string Lowered(std::string_view s) {
+  std::string lowered(s);
+  std::transform(lowered.begin(), lowered.end(), lowered.begin(), LowerAscii);
+  return lowered;
+}
+
+// Section and key names compare without regard to the case of ASCII letters.
+bool SameName(std::string_view a, std::string_view b) {
+  return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
+                                            [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
+}
+
+// The name of a "[name]" line, or nullopt when the line is no section header.
+std::optional<std::string_view> SectionHeader(std::string_view line) {
+  if (line.empty() || line.front() != '[') return std::nullopt;
+  const size_t close = line.find(']');
+  if (close == std::string_view::npos) return std::nullopt;
+  return Trim(line.substr(1, close - 1));
+}
+
+template <typename Sections>
+size_t SectionIndex(const Sections& sections, std::string_view name) {
+  for (size_t i = 0; i < sections.size(); ++i) {
+    if (SameName(sections[i].name, name)) return i;
+  }
+  return kNoSection;
+}
+
+}  // namespace
+
+// A repeated section header continues the first section of that name; within a section the first
+// of duplicate keys is kept and later ones are dropped, so ReadString and ReadSection agree.
+TIniFile TIniFile::FromText(std::string_view text) {
+  if (text.substr(0, kUtf8Bom.size()) == kUtf8Bom) text.remove_prefix(kUtf8Bom.size());
+  TIniFile ini;
+  std::vector<std::unordered_set<std::string>> keys_seen;  // lower-cased, one set per section
+  size_t current = kNoSection;
+  for (size_t start = 0; start < text.size();) {
+    const size_t end = std::min(text.find_first_of("\r\n", start), text.size());
+    const std::string_view line = Trim(text.substr(start, end - start));
+    start = end + 1;
+    if (line.empty() || line.front() == ';') continue;
+    if (const auto name = SectionHeader(line)) {
+      current = SectionIndex(ini.sections_, *name);
+      if (current == kNoSection) {
+        current = ini.sections_.size();
+        ini.sections_.push_back(Section{std::string(*name), {}});
+        keys_seen.emplace_back();
+      }
+      continue;
+    }
+    const size_t equals = line.find('=');
+    if (current == kNoSection || equals == std::string_view::npos) continue;
+    const std::string_view key = Trim(line.substr(0, equals));
+    if (key.empty() || !keys_seen[current].insert(Lowered(key)).second) continue;
+    ini.sections_[current].entries.emplace_back(std::string(key), std::string(Trim(line.substr(equals + 1))));
+  }
+  return ini;
+}
+
+TIniFile TIniFile::Load(const std::filesystem::path& path) {
+  std::string error;
+  const auto bytes = ReadFileBytes(path, &error);
+  if (!bytes) {
+    TIniFile empty;
+    empty.error_ = error;
+    return empty;
+  }
+  return FromText(DecodeText(*bytes).Text);
+}
+
+const TIniFile::Section* TIniFile::FindSection(std::string_view name) const {
+  const size_t index = SectionIndex(sections_, name);
+  return index == kNoSection ? nullptr : &sections_[index];
+}
+
+std::string TIniFile::ReadString(std::string_view section, std::string_view key,
+                                 std::string_view default_value) const {
+  if (const Section* found = FindSection(section)) {
+    for (const auto& [name, value] : found->entries) {
+      if (SameName(name, key)) return value;
+    }
+  }
+  return std::string(default_value);
+}
+
+std::vector<std::pair<std::string, std::string>> TIniFile::ReadSection(std::string_view section) const {
+  const Section* found = FindSection(section);
+  return found ? found->entries : std::vector<std::pair<std::string, std::string>>{};
+}
+
+bool TIniFile::SectionExists(std::string_view section) const { return FindSection(section) != nullptr; }
+
+bool TIniFile::ValueExists(std::string_view section, std::string_view key) const {
+  const Section* found = FindSection(section);
+  return found && std::any_of(found->entries.begin(), found->entries.end(),
+                              [&](const auto& entry) { return SameName(entry.first, key); });
+}
+
+bool IniBool(std::string_view value) {
+  for (const std::string_view yes : {"yes", "y", "true", "t", "1"}) {
+    if (SameName(value, yes)) return true;
+  }
+  return false;
+}
+
+}  // namespace tsaw

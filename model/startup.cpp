@@ -1,0 +1,189 @@
+#include "model/startup.h"
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "model/expand.h"
+#include "model/folders.h"
+#include "model/format.h"
+#include "model/text_file.h"
+#include "model/variables.h"
+#include "platform/debug_log.h"
+
+namespace tsaw {
+namespace {
+
+constexpr std::string_view kBrokenBar = "\xC2\xA6";  // "¦"
+constexpr std::string_view kPilcrow = "\xC2\xB6";    // "¶"
+constexpr uint16_t kNineKeptDirectives = 9;
+constexpr size_t kMostVariables = 0xFFFF;  // variable numbers are 16-bit
+
+void EnsureVariableTable(TWizard& wizard) {
+  if (wizard.Variables.size() < kInitialVariableCount) Init_Variables(wizard);
+}
+
+void SetFixed(TWizard& wizard, uint16_t var_idx, const std::string& value,
+              const std::optional<std::string>& idf_value = std::nullopt) {
+  TVariableItem& item = wizard.Variables[var_idx];
+  item.Value = value;
+  item.DefaultValue = value;
+  item.IdfValue = idf_value ? *idf_value : Str2Idf(value);
+}
+
+std::string Trimmed(std::string_view s) {
+  while (!s.empty() && static_cast<unsigned char>(s.front()) <= ' ') s.remove_prefix(1);
+  while (!s.empty() && static_cast<unsigned char>(s.back()) <= ' ') s.remove_suffix(1);
+  return std::string(s);
+}
+
+bool SameNameIgnoringCase(std::string_view a, std::string_view b) {
+  const auto lower = [](char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; };
+  if (a.size() != b.size()) return false;
+  for (size_t i = 0; i < a.size(); ++i) {
+    if (lower(a[i]) != lower(b[i])) return false;
+  }
+  return true;
+}
+
+// The trimmed value of the first "name=value" line of `lines` with that name; empty when none.
+std::string AttributeOf(const std::vector<std::string>& lines, std::string_view name) {
+  for (const std::string& line : lines) {
+    const size_t equals = line.find('=');
+    if (equals != std::string::npos && SameNameIgnoringCase(Trimmed(line.substr(0, equals)), name)) {
+      return Trimmed(line.substr(equals + 1));
+    }
+  }
+  return "";
+}
+
+// One declared value taken apart: attributes before the last "¦", line breaks written as "¶".
+struct TDeclaredValue {
+  std::string Value, Title, Kind, Hint;
+  int32_t ListCount = 0;
+};
+
+// The stored line count is that of the one list the reading builds: the attribute lines, replaced
+// by the value's lines when the value is multi-line.
+TDeclaredValue ParseDeclaredValue(const std::string& raw) {
+  TDeclaredValue declared{raw, {}, {}, {}, 0};
+  std::vector<std::string> list;
+  const size_t bar = raw.rfind(kBrokenBar);
+  if (bar != std::string::npos) {
+    declared.Value = Trimmed(std::string_view(raw).substr(bar + kBrokenBar.size()));
+    list = SplitLines(Piped2Text(raw.substr(0, bar), kBrokenBar));
+    declared.Title = AttributeOf(list, "Title");
+    declared.Kind = AttributeOf(list, "Kind");
+    declared.Hint = AttributeOf(list, "Hint");
+  }
+  if (declared.Value.find(kPilcrow) != std::string::npos) {
+    declared.Value = Piped2Text(declared.Value, kPilcrow);
+    list = SplitLines(declared.Value);
+  }
+  declared.ListCount = static_cast<int32_t>(list.size());
+  return declared;
+}
+
+// The number of the variable `name`, appended when it is new; 0 when the table is full.
+uint16_t FindOrAppendVariable(TWizard& wizard, const std::string& name) {
+  if (const uint16_t found = FindVarByName(wizard, name)) return found;
+  if (wizard.Variables.size() > kMostVariables) {
+    platform::DebugLine("  Variable table full; '" + name + "' skipped.");
+    return 0;
+  }
+  wizard.Variables.emplace_back();
+  wizard.VarCount = static_cast<uint16_t>(wizard.Variables.size() - 1);
+  return wizard.VarCount;
+}
+
+std::string TokenOf(std::string name) {
+  for (char& c : name) {
+    if (c == '.') c = '_';
+  }
+  return "vr" + name;
+}
+
+void FillDeclaredVariable(TWizard& wizard, uint16_t var_idx, const std::string& name,
+                          const TDeclaredValue& declared, bool lookup_mode) {
+  TVariableItem& item = wizard.Variables[var_idx];
+  item.Name = name;
+  item.Value = declared.Value;
+  item.DefaultValue = declared.Value;
+  item.IdfValue = Str2Idf(declared.Value);
+  if (!declared.Title.empty()) item.Title = declared.Title;
+  if (lookup_mode && !declared.Kind.empty()) item.Kind = declared.Kind;
+  if (lookup_mode && !declared.Hint.empty()) item.Hint = declared.Hint;
+  item.UserDefined = true;
+  item.IsPluginArray = false;
+  item.IsLookup = lookup_mode;
+  item.Token = TokenOf(name);
+  if (!lookup_mode) return;
+  item.LookedUpVar = FindLookupVar(wizard, name);
+  item.ListCount = declared.ListCount;
+  if (item.LookedUpVar != 0) wizard.Variables[item.LookedUpVar].LookupVar = var_idx;
+}
+
+}  // namespace
+
+void Set_Fixed_Variables(TWizard& wizard, const TProgramInfo& program, const platform::Clock& clock,
+                         const platform::MachineFolders& machine) {
+  platform::ScopedRoutine routine("TSaW_Common.Set_Fixed_Variables");
+  EnsureVariableTable(wizard);
+  const platform::ClockReading now = clock.Now();
+  SetFixed(wizard, viTsaVersion, "2.2.05", "2205");
+  SetFixed(wizard, viTsawDeepName, program.DeepName);
+  SetFixed(wizard, viTsawVersion, program.Version);
+  SetFixed(wizard, viCreationDate, FormatShortDate(now));
+  SetFixed(wizard, viCreationTime, FormatTime(now));
+  SetFixed(wizard, viCreationYear, FormatYear(now));
+  SetFixed(wizard, viProjectGroup, "vrProjects_Prefix_vrTarget", "vrProjects_Prefix_vrTarget");
+  SetFixed(wizard, viPathDelphi, Get_Delphi_Folder(machine));
+  SetFixed(wizard, viPathTsaRoot, Get_TSA_RootFolder(machine) + "/TSA");
+  // Kept as a reference so that it follows later changes of Path.TsaRoot.
+  SetFixed(wizard, viPathTsaProjects, "#Path.TsaRoot#/User Projects");
+  SetFixed(wizard, viPathWindows, Get_Windows_Folder(machine));
+  SetFixed(wizard, viPathWindowsSystem, Get_WindowsSys_Folder(machine));
+  SetFixed(wizard, viPathProgramFiles, Get_ProgramFiles_Folder(machine));
+}
+
+void Clear_NonFixed_Directive_Constants(TWizard& wizard) {
+  platform::ScopedRoutine routine("TSaW_Common.Clear_NonFixed_Directive_Constants");
+  if (wizard.Directives.size() != kNineKeptDirectives) wizard.Directives.resize(kNineKeptDirectives);
+  wizard.DirectivesHigh = kNineKeptDirectives - 1;
+  wizard.RunDirectives = TRunDirectiveNumbers{};
+}
+
+void Set_Fixed_Directives(TWizard& wizard, const TProgramInfo& program) {
+  platform::ScopedRoutine routine("TSaW_Common.Set_Fixed_Directives");
+  Clear_NonFixed_Directive_Constants(wizard);
+  std::string version = program.Version;
+  if (const size_t dot = version.find('.'); dot != std::string::npos) version.erase(dot, 1);
+  MakeNewDirective(wizard, viTsaVersion, "Tsa2205");
+  MakeNewDirective(wizard, viTsawVersion, "Tsaw" + version);
+  MakeNewDirective(wizard, viLoggingUseTLG, "UseTLG");
+  MakeNewDirective(wizard, viLoggingLogComments, "LogComments");
+  MakeNewDirective(wizard, viLoggingLogInitFinit, "LogInitFinit");
+  MakeNewDirective(wizard, viLoggingLogPinCreation, "LogPinCreation");
+  MakeNewDirective(wizard, viLoggingLogFunctionResults, "LogFunctionResults");
+  MakeNewDirective(wizard, viCosmeticCommentedHeaders, "CommentedHeaders");
+  wizard.LastFixedDirective = wizard.DirectivesHigh;
+}
+
+void Custom_or_Lookup_Variables(TWizard& wizard, const TIniFile& ini, bool LookupMode) {
+  platform::ScopedRoutine routine("TSaW_Common.Custom_or_Lookup_Variables");
+  EnsureVariableTable(wizard);
+  const std::string prefix = LookupMode ? "Lookup." : "Custom.";
+  for (const auto& [key, raw] : ini.ReadSection(LookupMode ? "Lookup Variables" : "Custom Variables")) {
+    if (raw.empty()) continue;
+    const std::string name = prefix + key;
+    const uint16_t var_idx = FindOrAppendVariable(wizard, name);
+    if (var_idx == 0) continue;
+    const TDeclaredValue declared = ParseDeclaredValue(raw);
+    FillDeclaredVariable(wizard, var_idx, name, declared, LookupMode);
+    if (platform::DebugEnabled()) {
+      platform::DebugLine("  " + name + " = '" + declared.Value + "'  Title: '" + declared.Title + "'");
+    }
+  }
+}
+
+}  // namespace tsaw

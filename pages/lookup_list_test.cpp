@@ -1,0 +1,50 @@
+#include "pages/lookup_list.h"
+
+#include <gtest/gtest.h>
+
+#include "testing/page_wizard.h"
+
+namespace tsaw {
+namespace {
+
+using Values = std::vector<std::string>;
+
+TEST(LookupValuesTest, SortedOnceEachIgnoringCaseAndBlankLines) {
+  EXPECT_EQ(LookupValues("B\r\nA\r\nB"), (Values{"A", "B"}));
+  EXPECT_EQ(LookupValues("beta\nAlpha\r\n\r\nalpha\nTom & Jerry\r\n"), (Values{"Alpha", "beta", "Tom & Jerry"}));
+  EXPECT_EQ(LookupValues(""), Values{});
+}
+
+// A wizard whose Author has the look-up variable "Lookup.Author" holding `list`.
+TWizard WizardWithAuthorLookup(const std::string& list) {
+  TWizard wizard = testing::PageWizard(1);
+  TVariableItem lookup;
+  lookup.Name = "Lookup.Author";
+  lookup.Title = "Authors";
+  lookup.Value = list;
+  lookup.IsLookup = true;
+  lookup.LookedUpVar = viAuthor;
+  wizard.Variables.push_back(std::move(lookup));
+  wizard.VarCount = static_cast<uint16_t>(wizard.Variables.size() - 1);
+  wizard.Variables[viAuthor].LookupVar = wizard.VarCount;
+  return wizard;
+}
+
+TEST(LookupForTest, OffersTheExpandedValuesOfTheRelatedLookupVariable) {
+  TWizard wizard = WizardWithAuthorLookup("#Company.Name# staff\r\nAnn");
+  testing::SetVar(wizard, viCompanyName, "Acme");
+  const std::optional<TLookupRequest> request = LookupFor(wizard, viAuthor);
+  ASSERT_TRUE(request);
+  EXPECT_EQ(request->Caption, "Authors");
+  EXPECT_EQ(request->Values, (Values{"Acme staff", "Ann"}));
+}
+
+TEST(LookupForTest, NothingWithoutLookupVariableOrValues) {
+  TWizard wizard = WizardWithAuthorLookup("#Copyright#");
+  EXPECT_FALSE(LookupFor(wizard, viAuthor)) << "expands to nothing";
+  EXPECT_FALSE(LookupFor(wizard, viCopyright)) << "no look-up variable";
+  EXPECT_FALSE(LookupFor(wizard, 60000)) << "no such variable";
+}
+
+}  // namespace
+}  // namespace tsaw

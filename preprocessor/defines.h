@@ -1,0 +1,36 @@
+#pragma once
+// The directive constants of one processing run: "name=value" lines in the order they were added.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tsaw {
+
+class TDefines {
+ public:
+  struct Entry {
+    std::string Name;
+    std::string Value;
+  };
+
+  // Appends the line `name`=`value`, also when the name is already present (the first one wins).
+  void Add(std::string_view name, std::string_view value);
+  bool Empty() const { return entries_.empty(); }
+  const std::vector<Entry>& Entries() const { return entries_; }
+
+  // The value of the first line whose name equals `name` ignoring ASCII letter case; empty when
+  // there is none.
+  std::string_view Value(std::string_view name) const;
+  // Sets the value of the first line named `name` (ignoring case). A name not in the table is
+  // never added: returns false and changes nothing.
+  bool SetExisting(std::string_view name, std::string_view value);
+
+ private:
+  // Index of the first line named `name` (ignoring case), or entries_.size() when none.
+  std::size_t IndexOf(std::string_view name) const;
+
+  std::vector<Entry> entries_;
+};
+
+}  // namespace tsaw

@@ -1,0 +1,84 @@
+#include "preprocessor/marker_cleanup.h"
+
+#include <vector>
+
+#include "preprocessor/text_lines.h"
+
+namespace tsaw {
+namespace {
+
+using preprocessor::SplitLineViews;
+using preprocessor::TrimBlanks;
+
+// `text` with every `what` removed, in one left-to-right pass (removals are not rescanned).
+std::string RemoveAll(std::string_view text, std::string_view what) {
+  std::string result;
+  result.reserve(text.size());
+  std::size_t start = 0;
+  for (std::size_t found = text.find(what); found != std::string_view::npos;
+       found = text.find(what, start)) {
+    result.append(text, start, found - start);
+    start = found + what.size();
+  }
+  result.append(text, start);
+  return result;
+}
+
+// True when the trimmed line contains `marker` and is blank once every `marker` is removed.
+bool OnlyMarkers(std::string_view line, std::string_view marker) {
+  const std::string_view trimmed = TrimBlanks(line);
+  if (trimmed.find(marker) == std::string_view::npos) return false;
+  return TrimBlanks(RemoveAll(trimmed, marker)).empty();
+}
+
+enum class LineFate { Keep, Delete, DeleteWithFollowingBlank };
+
+LineFate FateOf(std::string_view line) {
+  if (line.find("{remove_me_") == std::string_view::npos) return LineFate::Keep;
+  static const std::string pair = std::string(kMarkerA) + std::string(kMarkerB);
+  if (OnlyMarkers(line, pair)) return LineFate::DeleteWithFollowingBlank;
+  if (OnlyMarkers(line, kMarkerB) || OnlyMarkers(line, kMarkerA)) return LineFate::Delete;
+  return LineFate::Keep;
+}
+
+// Which lines survive a last-to-first pass that deletes in place: "the line that now follows"
+// a deleted one is the nearest survivor below it, which `survivors` keeps on its top. Rebuilding
+// instead of erasing keeps the pass linear.
+std::vector<bool> SurvivingLines(const std::vector<std::string_view>& lines) {
+  std::vector<bool> keep(lines.size(), true);
+  std::vector<std::size_t> survivors;
+  for (std::size_t i = lines.size(); i-- > 0;) {
+    const LineFate fate = FateOf(lines[i]);
+    if (fate == LineFate::Keep) {
+      survivors.push_back(i);
+      continue;
+    }
+    keep[i] = false;
+    if (fate == LineFate::DeleteWithFollowingBlank && !survivors.empty() &&
+        TrimBlanks(lines[survivors.back()]).empty()) {
+      keep[survivors.back()] = false;
+      survivors.pop_back();
+    }
+  }
+  return keep;
+}
+
+}  // namespace
+
+std::vector<std::string> CleanUpMarkers(std::string_view text) {
+  const std::vector<std::string_view> lines = SplitLineViews(text);
+  const std::vector<bool> keep = SurvivingLines(lines);
+  std::vector<std::string> result;
+  result.reserve(lines.size());
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (!keep[i]) continue;
+    if (lines[i].find("{remove_me_") == std::string_view::npos) {
+      result.emplace_back(lines[i]);
+    } else {
+      result.push_back(RemoveAll(RemoveAll(lines[i], kMarkerA), kMarkerB));
+    }
+  }
+  return result;
+}
+
+}  // namespace tsaw

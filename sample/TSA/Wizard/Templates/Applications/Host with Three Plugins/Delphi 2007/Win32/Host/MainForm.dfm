@@ -1,0 +1,79 @@
+object frmMain: TfrmMain
+  Left = 250
+  Top = 140
+  Width = 560
+  Height = 400
+  Caption = '#Product.Name#'
+  Color = clBtnFace
+  Font.Charset = DEFAULT_CHARSET
+  Font.Color = clWindowText
+  Font.Height = -11
+  Font.Name = 'Tahoma'
+  Font.Style = []
+  OldCreateOrder = False
+  Position = poScreenCenter
+  OnCreate = FormCreate
+  PixelsPerInch = 96
+  TextHeight = 13
+  object panTop: TPanel
+    Left = 0
+    Top = 0
+    Width = 552
+    Height = 41
+    Align = alTop
+    BevelOuter = bvNone
+    TabOrder = 0
+    object labTitle: TLabel
+      Left = 12
+      Top = 14
+      Width = 120
+      Height = 13
+      Caption = '#Product.Name#'
+      Font.Charset = DEFAULT_CHARSET
+      Font.Color = clWindowText
+      Font.Height = -11
+      Font.Name = 'Tahoma'
+      Font.Style = [fsBold]
+      ParentFont = False
+    end
+    object btnReload: TButton
+      Left = 376
+      Top = 8
+      Width = 80
+      Height = 25
+      Caption = '&Reload'
+      TabOrder = 0
+      OnClick = btnReloadClick
+    end
+    object btnOpen: TButton
+      Left = 464
+      Top = 8
+      Width = 80
+      Height = 25
+      Caption = '&Open'
+      Default = True
+      TabOrder = 1
+      OnClick = btnOpenClick
+    end
+  end
+  object lstPlugins: TListBox
+    Left = 0
+    Top = 41
+    Width = 185
+    Height = 325
+    Align = alLeft
+    ItemHeight = 13
+    TabOrder = 1
+    OnDblClick = btnOpenClick
+  end
+  object memLog: TMemo
+    Left = 185
+    Top = 41
+    Width = 367
+    Height = 325
+    Align = alClient
+    ReadOnly = True
+    ScrollBars = ssVertical
+    TabOrder = 2
+  end
+end

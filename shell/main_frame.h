@@ -1,0 +1,77 @@
+#pragma once
+// The wizard frame: one page at a time, its title and step caption, Previous and Next, the
+// "change template" link and the active-Job mark; it owns the order of the eleven pages.
+
+#include <QPointer>
+#include <QWidget>
+
+#include "model/wizard.h"
+#include "pages/page_memory.h"
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "platform/machine_folders.h"
+#include "shell/page_table.h"
+
+class QLabel;
+class QPushButton;
+
+namespace tsaw {
+
+// What the frame works with; all of it must outlive the frame.
+struct TFrameServices {
+  TWizard& Wizard;
+  const platform::Clock& Clock;
+  const platform::MachineFolders& Machine;
+  platform::Dialogs& Dialogs;
+};
+
+// The frame (`TfrmMain`). Creating it starts the wizard session (folders below the framework
+// root, the active configuration, the fixed variables) and shows the Welcome page; what the user
+// should be told about the start (a missing wizard folder, say) is shown once the frame is up.
+// Pages report their validity through wizard.RefreshStepButtons, which the frame binds.
+class TfrmMain : public QWidget {
+  Q_OBJECT
+ public:
+  // Button tags, as the shared click handler tells them apart.
+  static constexpr int kTagPrev = 1;
+  static constexpr int kTagNext = 2;
+
+  explicit TfrmMain(TFrameServices services, QWidget* parent = nullptr, const TPageTable& pages = WizardPages());
+  ~TfrmMain() override;
+
+  int PageNumber() const { return page_number_; }
+  QWidget* CurrentPage() const { return current_; }
+
+  // Refreshes the buttons, the step caption and the link for the current page's validity.
+  void UpdateStepButtons(bool page_valid);
+  // Previous (kTagPrev) or Next (kTagNext); any other tag rebuilds the current page.
+  void btnPrevNext_OnClick(int tag);
+  // Goes to the Template Selection page unless already there.
+  void btnTemplates_OnClick();
+  // The active-Job mark, with the active Job's file in its hint.
+  void ShowJobMark();
+  void HideJobMark();
+
+ private:
+  QWidget* MakeHeader();
+  QWidget* MakeButtons();
+  void ChangePage();
+  void UpdatePage();
+  void KillPages();
+
+  TFrameServices services_;
+  const TPageTable& pages_;
+  TPageMemory memory_;
+  TPageContext context_;
+  int page_number_ = kFirstPage;
+  QPointer<QWidget> current_;
+  QLabel* labPageTitle_ = nullptr;
+  QLabel* labSteps_ = nullptr;
+  QLabel* labChangeTemplate_ = nullptr;
+  QLabel* imgJobActive_ = nullptr;
+  QWidget* panPages_ = nullptr;
+  QPushButton* btnPrev_ = nullptr;
+  QPushButton* btnNext_ = nullptr;
+};
+
+}  // namespace tsaw
