@@ -15,7 +15,7 @@ configure: deps
 	@cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 
 build: configure
-	@cmake --build $(BUILD) -j $(JOBS)
+	@cmake --build $(BUILD) -j $(JOBS) -- --no-print-directory
 
 test: build
 	@cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
@@ -25,7 +25,7 @@ demo: build
 
 bench: deps
 	@cmake -S . -B $(BUILD)-bench -DCMAKE_BUILD_TYPE=Release -DTSAW_BUILD_TESTS=OFF -DTSAW_BUILD_BENCHMARKS=ON >/dev/null
-	@cmake --build $(BUILD)-bench -j $(JOBS)
+	@cmake --build $(BUILD)-bench -j $(JOBS) -- --no-print-directory
 	@scripts/bench.sh $(BUILD)-bench
 
 clean:

@@ -6,7 +6,6 @@
 #include "creation/file_names.h"
 #include "creation/file_processing.h"
 #include "creation/run_directives.h"
-#include "model/expand.h"
 #include "model/targets.h"
 #include "model/variables.h"
 #include "platform/debug_log.h"
@@ -156,9 +155,7 @@ void MakePluginCurrent(TRunContext& run, int number) {
   TWizard& wizard = run.wizard;
   wizard.PluginIndex = static_cast<uint16_t>(number);
   run.Report("  Plugin Index set to " + std::to_string(number) + ".");
-  TVariableItem& index = wizard.Variables[viPluginIndex];
-  index.Value = index.DefaultValue = std::to_string(number);
-  index.IdfValue = Str2Idf(index.Value);
+  Set_Plugin_Index_Var(wizard, number);
   if (run.processor) {
     RenameRunDirective(wizard, run.processor->Defines, wizard.RunDirectives.PluginIndex,
                        "PluginIndex_" + std::to_string(number));

@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-#include "model/expand.h"
 #include "model/targets.h"
+#include "model/variables.h"
 #include "platform/debug_log.h"
 
 namespace tsaw {
@@ -12,10 +12,7 @@ namespace {
 
 void Assign(TWizard& wizard, uint16_t var_idx, std::string_view value) {
   if (var_idx >= wizard.Variables.size()) return;
-  TVariableItem& item = wizard.Variables[var_idx];
-  item.Value = std::string(value);
-  item.DefaultValue = item.Value;
-  item.IdfValue = Str2Idf(item.Value);
+  Assign_Value(wizard.Variables[var_idx], value);
 }
 
 void Assign_Target_Vars(TWizard& wizard, const TTarget& target) {

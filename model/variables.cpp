@@ -122,4 +122,15 @@ void RestoreVar(TWizard& wizard, uint16_t var_idx) {
   item.Value = item.BackupValue;
 }
 
+void Assign_Value(TVariableItem& item, std::string_view value) {
+  item.Value = std::string(value);
+  item.DefaultValue = item.Value;
+  item.IdfValue = Str2Idf(item.Value);
+}
+
+void Set_Plugin_Index_Var(TWizard& wizard, int index) {
+  if (wizard.Variables.size() <= viPluginIndex) return;
+  Assign_Value(wizard.Variables[viPluginIndex], std::to_string(index));
+}
+
 }  // namespace tsaw

@@ -47,6 +47,13 @@ void ResetDirective(TWizard& wizard, uint16_t dir_const, std::string_view name);
 void BackupVar(TWizard& wizard, uint16_t var_idx, std::string_view new_value);
 void RestoreVar(TWizard& wizard, uint16_t var_idx);
 
+// `value` becomes the item's value and default value, and its identifier value is Str2Idf(value).
+void Assign_Value(TVariableItem& item, std::string_view value);
+
+// `Plugin.Index` takes `index` in decimal (value, default value and identifier value); the
+// current plug-in itself is the caller's to set.
+void Set_Plugin_Index_Var(TWizard& wizard, int index);
+
 // The item a plain read of `var_idx` means: the current plug-in's sub-item for a plug-in array
 // (when it exists), else the variable itself.
 TVariableItem& CurrentItem(TWizard& wizard, uint16_t var_idx);

@@ -5,17 +5,6 @@
 
 namespace tsaw {
 
-void Assign_Value(TVariableItem& item, std::string_view value) {
-  item.Value = std::string(value);
-  item.DefaultValue = item.Value;
-  item.IdfValue = Str2Idf(item.Value);
-}
-
-void Set_Plugin_Index_Var(TWizard& wizard, int index) {
-  if (wizard.Variables.size() <= viPluginIndex) return;
-  Assign_Value(wizard.Variables[viPluginIndex], std::to_string(index));
-}
-
 std::string ExpandedValue(const TWizard& wizard, uint16_t var_idx) {
   if (var_idx >= wizard.Variables.size()) return {};
   return ExpandVar(wizard, CurrentItem(wizard, var_idx).Value);

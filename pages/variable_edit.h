@@ -6,15 +6,10 @@
 #include <string>
 #include <string_view>
 
+#include "model/variables.h"
 #include "model/wizard.h"
 
 namespace tsaw {
-
-// `value` becomes the item's value and stored copy, and its identifier form is refreshed.
-void Assign_Value(TVariableItem& item, std::string_view value);
-
-// `Plugin.Index` takes `index` in decimal (value, stored copy and identifier form).
-void Set_Plugin_Index_Var(TWizard& wizard, int index);
 
 // The expanded value of variable `var_idx` (the current plug-in's element for a per-plug-in
 // variable); empty when the table has no such variable.

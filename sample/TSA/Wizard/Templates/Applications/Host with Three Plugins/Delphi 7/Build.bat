@@ -3,7 +3,7 @@ rem Builds the #Product.Name# projects for Delphi 7 with the command-line compil
 rem Run it from a command prompt that finds dcc32 on its PATH.
 setlocal
 pushd "%~dp0Win32\Host" || goto failed
-dcc32 -B -Q vrProjects_Prefix_Host.dpr || goto failed
+dcc32 -B -Q vrHost_ProjectName.dpr || goto failed
 popd
 for %%N in (1 2 3) do call :plugin %%N || goto failed
 echo All projects of #Product.Name# were built.
