@@ -123,7 +123,7 @@ bool SelectTemplate(QWidget& frame, Wanted&& wanted) {
   return false;
 }
 
-// Steps through the window as a user would and saves the pages of the first steps.
+// Steps through the window as a user would and saves every page, the last after a finished run.
 int WriteScreenshots(QWidget& host, const fs::path& dir, std::ostream& err) {
   QWidget* frame = host.findChild<QWidget*>("frmMain");
   auto* next = frame ? frame->findChild<QPushButton*>("btnNext") : nullptr;
@@ -154,8 +154,15 @@ int WriteScreenshots(QWidget& host, const fs::path& dir, std::ostream& err) {
     next->click();
     ok = Save(*frame, dir / (std::string(page) + ".png"), err) && ok;
   }
+  // The last step after a finished run on the sample template.
   next->click();
-  ok = Save(*frame, dir / "placeholder.png", err) && ok;
+  auto* start = frame->findChild<QAbstractButton*>("btnStart");
+  if (!start) {
+    err << "tsaw: the Creation page has no start button.\n";
+    return kExitFailed;
+  }
+  start->click();
+  ok = Save(*frame, dir / "creation.png", err) && ok;
   return ok ? kExitOk : kExitFailed;
 }
 

@@ -25,6 +25,8 @@ namespace tsaw::testing {
 class RecordingDialogs : public platform::Dialogs {
  public:
   std::optional<std::string> AskOpenFile(const platform::TFileDialogRequest&) override { return std::nullopt; }
+  std::optional<std::string> AskSaveFile(const platform::TFileDialogRequest&) override { return std::nullopt; }
+  platform::TAnswer AskOkAbort(std::string_view) override { return platform::TAnswer::Ok; }
   void ShowMessage(std::string_view message) override {
     Messages.emplace_back(message);
     if (OnMessage) OnMessage();

@@ -1,6 +1,6 @@
 #pragma once
-// The user interface's modal dialogs as a service: asking for a file to open and telling the user
-// something. Pages ask through this so that tests can answer in place of a person.
+// The user interface's modal dialogs as a service: asking for a file to open or save, asking a
+// question and telling the user something. Pages ask through this so that tests can answer in place of a person.
 
 #include <optional>
 #include <string>
@@ -18,11 +18,19 @@ struct TFileDialogRequest {
   std::string Folder;      // where the dialog opens
 };
 
+// The answers of a question with the buttons OK and Abort.
+enum class TAnswer { Ok, Abort };
+
 class Dialogs {
  public:
   virtual ~Dialogs() = default;
   // Asks for an existing file; nullopt when the user cancels.
   virtual std::optional<std::string> AskOpenFile(const TFileDialogRequest& request) = 0;
+  // Asks for a file to save to in an existing folder; when the chosen file exists the user is
+  // asked whether to replace it. nullopt when the user cancels.
+  virtual std::optional<std::string> AskSaveFile(const TFileDialogRequest& request) = 0;
+  // Asks `question` with the buttons OK and Abort and waits; closing the box counts as OK.
+  virtual TAnswer AskOkAbort(std::string_view question) = 0;
   // Shows `message` with a single OK button and waits for it.
   virtual void ShowMessage(std::string_view message) = 0;
 };

@@ -153,6 +153,16 @@ void TfrmMain::ChangePage() {
   UpdatePage();
 }
 
+void TfrmMain::ShowNavigation(bool visible) {
+  btnPrev_->setVisible(visible);
+  btnNext_->setVisible(visible);
+  if (visible) {
+    UpdateStepButtons(true);
+  } else {
+    labChangeTemplate_->hide();
+  }
+}
+
 void TfrmMain::ShowJobMark() {
   imgJobActive_->setToolTip(QString::fromStdString(" Active Job:\n " + services_.Wizard.ActiveJobFile + " "));
   imgJobActive_->show();

@@ -41,6 +41,7 @@ class TfrmMain : public QWidget {
 
   int PageNumber() const { return page_number_; }
   QWidget* CurrentPage() const { return current_; }
+  const TFrameServices& Services() const { return services_; }
 
   // Refreshes the buttons, the step caption and the link for the current page's validity.
   void UpdateStepButtons(bool page_valid);
@@ -48,6 +49,9 @@ class TfrmMain : public QWidget {
   void btnPrevNext_OnClick(int tag);
   // Goes to the Template Selection page unless already there.
   void btnTemplates_OnClick();
+  // Hides Previous, Next and the "change template" link while the page runs something that must
+  // not be left (the creation run); showing them again refreshes them as for a valid page.
+  void ShowNavigation(bool visible);
   // The active-Job mark, with the active Job's file in its hint.
   void ShowJobMark();
   void HideJobMark();

@@ -1,7 +1,8 @@
 #include "shell/page_table.h"
 
-#include <QLabel>
-
+#include "jobs/session.h"
+#include "model/startup.h"
+#include "pages/creation_page_widget.h"
 #include "pages/page_widgets.h"
 #include "pages/templates_page.h"
 #include "pages/welcome_page.h"
@@ -34,14 +35,17 @@ TPageFactory DataPage(TPageWidget* (*make)(const TPageServices& services, QWidge
 
 QWidget* MakeCustomPage(TPageContext&, QWidget* parent) { return NewCustomPage(parent); }
 
-// Temporary stand-in for the data-entry and creation pages until their widgets exist.
-TPageFactory Placeholder(const char* page_class) {
-  return [page_class](TPageContext&, QWidget* parent) -> QWidget* {
-    auto* label = new QLabel(QString("The page %1 is not built yet.").arg(page_class), parent);
-    label->setObjectName("labPlaceholder");
-    label->setAlignment(Qt::AlignCenter);
-    return label;
-  };
+// The last step: its run sets the fixed variables again from the frame's clock and machine, and
+// hides the frame's navigation while it goes on.
+QWidget* MakeCreation(TPageContext& context, QWidget* parent) {
+  TfrmMain& frame = context.Frame;
+  const TFrameServices& services = frame.Services();
+  TCreationPageServices page{context.Wizard, context.Dialogs,
+                             [&services](TWizard& wizard) {
+                               Set_Fixed_Variables(wizard, kWizardProgram, services.Clock, services.Machine);
+                             },
+                             [&frame](bool visible) { frame.ShowNavigation(visible); }};
+  return new TfrmCreation(std::move(page), parent);
 }
 
 }  // namespace
@@ -58,7 +62,7 @@ const TPageTable& WizardPages() {
       {"Cosmetics", "Cosmetics", "TfrmCosmetics", DataPage(NewCosmeticsPage)},
       {"Custom Page", "Custom Page", "TfrmCustomPage", MakeCustomPage},
       {"Output Settings", "Output Settings", "TfrmOutputSettings", DataPage(NewOutputPage)},
-      {"Creation Process", "Creation Process", "TfrmCreation", Placeholder("TfrmCreation")},
+      {"Creation Process", "Creation Process", "TfrmCreation", MakeCreation},
   }};
   return pages;
 }

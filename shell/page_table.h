@@ -36,7 +36,7 @@ inline constexpr int kFirstPage = 0;
 inline constexpr int kLastPage = 10;
 using TPageTable = std::array<TPageEntry, kLastPage + 1>;
 
-// The wizard's pages. A step whose page is not built yet shows a plain page naming it.
+// The wizard's pages.
 const TPageTable& WizardPages();
 
 }  // namespace tsaw

@@ -20,6 +20,8 @@ QStringList QtNameFilters(std::string_view pairs);
 class TQtDialogs final : public platform::Dialogs {
  public:
   std::optional<std::string> AskOpenFile(const platform::TFileDialogRequest& request) override;
+  std::optional<std::string> AskSaveFile(const platform::TFileDialogRequest& request) override;
+  platform::TAnswer AskOkAbort(std::string_view question) override;
   void ShowMessage(std::string_view message) override;
 };
 
