@@ -81,8 +81,7 @@ class TerminalProgress : public creation::TRunObserver {
 // layers. Returns what is wrong, or an empty text.
 std::string SelectTemplate(TWizard& wizard, const CreateOptions& options) {
   if (!options.config.empty()) {
-    if (options.config.find('/') != std::string::npos) return "--config takes a name, not a path";
-    wizard.ConfigFile = wizard.WizardFolder + "TSaW." + options.config + ".ini";
+    if (options.config.find_first_of("/\\") != std::string::npos) return "--config takes a name, not a path";
     if (!std::filesystem::is_regular_file(wizard.ConfigFile)) return "no configuration file " + wizard.ConfigFile;
   }
   TCatalogue catalogue(wizard);
@@ -122,7 +121,7 @@ int Report(creation::TRunOutcome outcome, const creation::TCreationRun& run, con
 }
 
 int RunCreate(const CreateOptions& options, const GlobalOptions& global) {
-  auto session = ResolveWizardSession(global, std::cerr);
+  auto session = ResolveWizardSession(global, std::cerr, options.config);
   if (!session) return kExitFailed;
   TWizard& wizard = session->Wizard;
   if (std::string error = SelectTemplate(wizard, options); !error.empty()) {

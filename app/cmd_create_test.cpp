@@ -58,6 +58,21 @@ TEST_F(CreateCommandTest, WritesTheProjectSetAndPrintsTheStatistics) {
   EXPECT_EQ(dir_.Read("out/Rocket/Delphi 7/Win32/Host/AcmeHost.dpr"), "program AcmeHost;\r\nend.\r\n");
 }
 
+TEST_F(CreateCommandTest, ConfigChoosesTheConfigurationInPlaceOfTheSelector) {
+  dir_.Write("TSA/Wizard/TSaW.Office.ini", "[Custom Variables]\nMotto=Fly high\n"
+                                          "[Default Values]\nCompany.Name=Office Co\n");
+  dir_.Write("TSA/Wizard/Templates/Apps/Tiny/ReadMe.txt", "#Company.Name#: #Custom.Motto#\n");
+  const ProgramRun run = Create({"--config", "Office"});
+  EXPECT_EQ(run.exit_status, 0) << run.err;
+  EXPECT_EQ(dir_.Read("out/Rocket/ReadMe.txt"), "Office Co: Fly high\r\n");
+
+  for (const char* name : {"Missing", "../Office"}) {
+    const ProgramRun refused = Create({"--config", name});
+    EXPECT_EQ(refused.exit_status, 1) << name;
+    EXPECT_NE(refused.err.find("tsaw: create: "), std::string::npos) << name << refused.err;
+  }
+}
+
 TEST_F(CreateCommandTest, DryRunCountsAndWritesNothing) {
   const ProgramRun run = Create({"--dry-run"});
   EXPECT_EQ(run.exit_status, 0) << run.err;

@@ -73,7 +73,8 @@ fs::path ShippedSampleFolder() {
   return (exe.parent_path() / ".." / "share" / "tsaw" / "sample").lexically_normal();
 }
 
-std::unique_ptr<WizardSession> ResolveWizardSession(const GlobalOptions& global, std::ostream& err) {
+std::unique_ptr<WizardSession> ResolveWizardSession(const GlobalOptions& global, std::ostream& err,
+                                                    const std::string& config_name) {
   const platform::MachineEnvironment environment = platform::MachineEnvironment::FromProcess();
   const FrameworkRoot root = ResolveRoot(global, environment);
   if (!root.Path.empty() && !root.Chosen) {
@@ -85,7 +86,7 @@ std::unique_ptr<WizardSession> ResolveWizardSession(const GlobalOptions& global,
   if (!clock->Warning().empty()) err << "tsaw: warning: " << clock->Warning() << '\n';
   session->Clock = std::move(clock);
   session->Machine = std::make_unique<platform::WineMachineFolders>(environment, root.Path.string());
-  const TSessionStart start = Start_Session(session->Wizard, *session->Clock, *session->Machine);
+  const TSessionStart start = Start_Session(session->Wizard, *session->Clock, *session->Machine, config_name);
   for (const std::string& message : start.Messages) err << (start.Ok ? "tsaw: warning: " : "tsaw: ") << message << '\n';
   return start.Ok ? std::move(session) : nullptr;
 }

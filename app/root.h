@@ -50,6 +50,8 @@ struct WizardSession {
 // run when it is the default place, and starts the session (folders, configuration, fixed
 // variables). Warnings and the first-run note go to `err`, one line each. Returns nullptr, after
 // a line on `err` saying why, when no session can be had.
-std::unique_ptr<WizardSession> ResolveWizardSession(const GlobalOptions& global, std::ostream& err);
+// A non-empty `config_name` chooses the configuration in place of the selector file.
+std::unique_ptr<WizardSession> ResolveWizardSession(const GlobalOptions& global, std::ostream& err,
+                                                    const std::string& config_name = {});
 
 }  // namespace tsaw::app

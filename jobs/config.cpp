@@ -29,12 +29,13 @@ int IntegerOf(std::string_view text) {
   return error == std::errc() && end == text.data() + text.size() ? value : 0;
 }
 
-// The configuration name the selector gives; a name that would reach outside the wizard folder
-// is replaced by "Default", with a warning.
-std::string ConfigName(const std::string& selector, std::vector<std::string>& warnings) {
-  const std::string name = TIniFile::Load(selector).ReadString("TSaW", "Config", kDefaultConfig);
+// The configuration name: `chosen` when given, else the selector's; a name that would reach
+// outside the wizard folder is replaced by "Default", with a warning.
+std::string ConfigName(const std::string& selector, const std::string& chosen, std::vector<std::string>& warnings) {
+  const std::string name =
+      chosen.empty() ? TIniFile::Load(selector).ReadString("TSaW", "Config", kDefaultConfig) : chosen;
   if (name.find_first_of("/\\") == std::string::npos) return name;
-  warnings.push_back("Configuration \"" + name + "\" named in \"" + selector +
+  warnings.push_back("Configuration \"" + name + "\" named in \"" + (chosen.empty() ? selector : "--config") +
                      "\" is not a plain name (it holds a path separator); the configuration \"" +
                      kDefaultConfig + "\" is used instead.");
   return kDefaultConfig;
@@ -51,13 +52,13 @@ std::string SelectorFileName() {
   return std::filesystem::path(kPluginModuleFile).replace_extension(".ini").string();
 }
 
-std::vector<std::string> Read_Settings(TWizard& wizard) {
+std::vector<std::string> Read_Settings(TWizard& wizard, const std::string& config_name) {
   platform::ScopedRoutine routine(kRoutine);
   std::vector<std::string> warnings;
   int step = 10;
   try {
     const std::string selector = wizard.WizardFolder + SelectorFileName();
-    const std::string name = ConfigName(selector, warnings);
+    const std::string name = ConfigName(selector, config_name, warnings);
     step = 20;
     const std::string file_name = "TSaW." + name + ".ini";
     wizard.ConfigFile = wizard.WizardFolder + file_name;
@@ -65,7 +66,7 @@ std::vector<std::string> Read_Settings(TWizard& wizard) {
       platform::DebugLine("ConfigName: '" + name + "'  ConfigFile: '" + file_name + "'  ConfigFileName: '" +
                           wizard.ConfigFile + "'");
     }
-    if (FileExists(selector) && !FileExists(wizard.ConfigFile)) {
+    if ((FileExists(selector) || !config_name.empty()) && !FileExists(wizard.ConfigFile)) {
       warnings.push_back("Configuration file \"" + wizard.ConfigFile + "\" (named in \"" + selector +
                          "\") was not found; no configuration values are used.");
     }

@@ -21,6 +21,7 @@ std::string SelectorFileName();
 // and look-up variables are added. Missing files read as empty. A name holding a path separator
 // is refused and "Default" used. Exceptions are caught and logged with the step; start-up goes on
 // with what was read. Returns what the user should be told (empty when all is well).
-std::vector<std::string> Read_Settings(TWizard& wizard);
+// A non-empty `config_name` (the command line's --config) stands in for the selector's choice.
+std::vector<std::string> Read_Settings(TWizard& wizard, const std::string& config_name = {});
 
 }  // namespace tsaw

@@ -8,7 +8,8 @@
 
 namespace tsaw {
 
-TSessionStart Start_Session(TWizard& wizard, const platform::Clock& clock, const platform::MachineFolders& machine) {
+TSessionStart Start_Session(TWizard& wizard, const platform::Clock& clock, const platform::MachineFolders& machine,
+                            const std::string& config_name) {
   platform::ScopedRoutine routine("TSaW_frmMain.TfrmMain.OnCreate");
   platform::DebugLine("Initializing stuff..");
   TSessionStart start;
@@ -25,7 +26,7 @@ TSessionStart Start_Session(TWizard& wizard, const platform::Clock& clock, const
     start.Messages.push_back("Wizard folder \"" + wizard.WizardFolder +
                              "\" does not exist; no configuration, Jobs or templates are found there.");
   }
-  for (std::string& warning : Read_Settings(wizard)) start.Messages.push_back(std::move(warning));
+  for (std::string& warning : Read_Settings(wizard, config_name)) start.Messages.push_back(std::move(warning));
   Set_Fixed_Variables(wizard, kWizardProgram, clock, machine);
   start.Ok = true;
   return start;
