@@ -4,6 +4,7 @@
 
 #include "creation/creation_run_test_support.h"
 #include "creation/report.h"
+#include "creation/safety.h"
 #include "model/text_file.h"
 #include "model/targets.h"
 #include "model/variables.h"
@@ -185,6 +186,13 @@ INSTANTIATE_TEST_SUITE_P(
                       RefusalCase{"Slash", "/", "' (check Product.Name)."},
                       RefusalCase{"Climbing", "../../etc", "' (check Product.Name)."}),
     [](const auto& info) { return std::string(info.param.name); });
+
+TEST(ProjectSetSafetyTest, RefusesASystemFolderRightBelowTheRoot) {
+  EXPECT_EQ(CheckProjectSetFolder("/usr", "/", {}),
+            "The Project Set folder '/usr' lies directly below the root of the file system; choose a deeper "
+            "Base Folder.");
+  EXPECT_EQ(CheckProjectSetFolder("/tmp/Rocket", "/tmp", {}), "");
+}
 
 TEST(ProjectSetSafetyTest, RefusesAFolderHoldingTheWizardFolderOrHome) {
   DemoSetup setup;

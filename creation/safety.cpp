@@ -1,5 +1,7 @@
 #include "creation/safety.h"
 
+#include <iterator>
+
 namespace tsaw::creation {
 namespace fs = std::filesystem;
 namespace {
@@ -39,6 +41,11 @@ std::string CheckProjectSetFolder(const fs::path& project_set, const fs::path& b
            "' (check Product.Name).";
   }
   const fs::path set = Resolved(project_set);
+  // A folder right below the root ("/usr", "/etc") is a system's, never a Project Set to replace.
+  const fs::path below_root = set.relative_path();
+  if (std::distance(below_root.begin(), below_root.end()) < 2) {
+    return where + " lies directly below the root of the file system; choose a deeper Base Folder.";
+  }
   const std::pair<const char*, const fs::path*> guarded[] = {
       {"the home folder", &protect.Home},
       {"the wizard folder", &protect.WizardFolder},
