@@ -31,6 +31,8 @@ TEST(TemplatesCommandTest, PrintsSummaryAndMarkedTree) {
             "  MDI  [good]\n"
             "  SDI  [bad: errFieldMissingFromTemplateSection]\n");
   EXPECT_EQ(run.err, "");
+  // The global options may also follow the command.
+  EXPECT_EQ(RunProgram(TSAW_EXE, {"templates", "--root", dir.path().string()}).out, run.out);
 
   const ProgramRun missing = RunProgram(TSAW_EXE, {"--root", (dir.path() / "none").string(), "templates"});
   EXPECT_EQ(missing.exit_status, 1);

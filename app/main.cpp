@@ -19,6 +19,7 @@ int main(int argc, char** argv) {
   CLI::App cli{"tsaw - the Tessera Wizard: makes Project Sets from templates", "tsaw"};
   cli.set_version_flag("--version", std::string("tsaw ") + kVersion);
   cli.require_subcommand(0, 1);
+  cli.fallthrough();  // --root and --debug may follow the command too
 
   GlobalOptions global;
   cli.add_option("--root", global.root, "Framework root folder (default: $TESSERA_ROOT, else "
