@@ -81,8 +81,7 @@ TRunOutcome TCreationRun::Start(bool counting_only) {
   try {
     outcome = RunPhases(counting_only);
   } catch (const std::exception& error) {
-    const std::string line = std::string("TSA EXCEPTION at ") + kRoutine + "." + std::to_string(run.step) +
-                             ": " + error.what();
+    const std::string line = platform::ExceptionLine(kRoutine, run.step, error.what());
     platform::DebugLine(line);
     run.Report(line);
     run.stop_reason = error.what();
@@ -297,7 +296,7 @@ void TCreationRun::Finish() {
     for (const std::string& line : StatisticsBlock(run.counters)) run.Report(line);
     SaveReport(run.report, ReportFile(wizard_));
   } catch (const std::exception& error) {
-    platform::DebugLine(std::string("TSA EXCEPTION at ") + kRoutine + ".900: " + error.what());
+    platform::DebugLine(platform::ExceptionLine(kRoutine, 900, error.what()));
   }
   run.processor.reset();
 }

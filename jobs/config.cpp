@@ -78,8 +78,7 @@ std::vector<std::string> Read_Settings(TWizard& wizard, const std::string& confi
     Custom_or_Lookup_Variables(wizard, config, false);
     Custom_or_Lookup_Variables(wizard, config, true);
   } catch (const std::exception& error) {
-    const std::string line =
-        std::string("TSA EXCEPTION at ") + kRoutine + "." + std::to_string(step) + ": " + error.what();
+    const std::string line = platform::ExceptionLine(kRoutine, step, error.what());
     platform::DebugLine(line);
     warnings.push_back(line);
   }

@@ -75,7 +75,7 @@ std::string Load_Job(TWizard& wizard, const std::filesystem::path& job_file) {
     step = 50;
     wizard.JobValuesApplied = false;
   } catch (const std::exception& error) {
-    message = std::string("TSA EXCEPTION at ") + kLoadRoutine + "." + std::to_string(step) + ": " + error.what();
+    message = platform::ExceptionLine(kLoadRoutine, step, error.what());
     platform::DebugLine(message);
   }
   return message;

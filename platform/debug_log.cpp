@@ -62,6 +62,12 @@ bool InitDebugLogFromEnvironment(bool force) {
   return true;
 }
 
+std::string ExceptionLine(std::string_view qualified_name, int step, std::string_view message) {
+  std::string line = "TSA EXCEPTION at ";
+  line.append(qualified_name).append(".").append(std::to_string(step)).append(": ").append(message);
+  return line;
+}
+
 ScopedRoutine::ScopedRoutine(const char* qualified_name) : name_(qualified_name) {
   if (DebugEnabled()) DebugLine(std::string(name_) + " entered");
 }

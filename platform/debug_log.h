@@ -31,6 +31,10 @@ bool InitDebugLogFromEnvironment(bool force = false);
 // $XDG_STATE_HOME/tsaw/debug.log, or ~/.local/state/tsaw/debug.log.
 std::string DebugLogPath();
 
+// The line that reports an exception escaping a routine:
+// "TSA EXCEPTION at <qualified name>.<step>: <message>".
+std::string ExceptionLine(std::string_view qualified_name, int step, std::string_view message);
+
 // Logs "<name> entered" on construction and "<name> left" on destruction, when logging is on.
 class ScopedRoutine {
  public:

@@ -25,6 +25,11 @@ TEST(DebugLogTest, RoutineWritesEntryAndExitAroundDetailLines) {
                                                    "TSaW_Common.Str2Idf left"}));
 }
 
+TEST(DebugLogTest, ExceptionLineNamesRoutineStepAndMessage) {
+  EXPECT_EQ(ExceptionLine("TSaW_frmCreation.TfrmCreation.btnStart_OnClick", 310, "disk full"),
+            "TSA EXCEPTION at TSaW_frmCreation.TfrmCreation.btnStart_OnClick.310: disk full");
+}
+
 TEST(DebugLogTest, LogPathFollowsXdgStateHome) {
   setenv("XDG_STATE_HOME", "/tmp/state-here", 1);
   EXPECT_EQ(DebugLogPath(), "/tmp/state-here/tsaw/debug.log");

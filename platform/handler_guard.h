@@ -19,9 +19,9 @@ void RunHandler(const char* qualified_name, Body&& body) {
   try {
     body(step);
   } catch (const std::exception& error) {
-    DebugLine(std::string("TSA EXCEPTION at ") + qualified_name + "." + std::to_string(step) + ": " + error.what());
+    DebugLine(ExceptionLine(qualified_name, step, error.what()));
   } catch (...) {
-    DebugLine(std::string("TSA EXCEPTION at ") + qualified_name + "." + std::to_string(step) + ": unknown exception");
+    DebugLine(ExceptionLine(qualified_name, step, "unknown exception"));
   }
 }
 

@@ -227,8 +227,7 @@ bool TCatalogue::TreeView_OnChange(TCatalogueNode* node) {
       ReportValidity();
     }
   } catch (const std::exception& error) {
-    platform::DebugLine(std::string("TSA EXCEPTION at ") + kUnit + "TreeView_OnChange." +
-                        std::to_string(step) + ": " + error.what());
+    platform::DebugLine(platform::ExceptionLine(std::string(kUnit) + "TreeView_OnChange", step, error.what()));
   }
   in_change_ = false;
   return PageValid();

@@ -160,8 +160,7 @@ bool Validate(TTemplateInfo& info) {
     step = 70;
     ReadPluginCount(info, ini);
   } catch (const std::exception& error) {
-    platform::DebugLine("TSA EXCEPTION at " + std::string(kRoutine) + "." + std::to_string(step) +
-                        ": " + error.what());
+    platform::DebugLine(platform::ExceptionLine(kRoutine, step, error.what()));
   }
   return info.IsValid;
 }
