@@ -9,7 +9,7 @@
 
 #include "model/expand.h"
 #include "model/variables.h"
-#include "model/wizard_test_support.h"
+#include "testing/wizard_builder.h"
 
 namespace tsaw {
 namespace {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "model/variables.h"
-#include "model/wizard_test_support.h"
+#include "testing/wizard_builder.h"
 #include "testing/recording_sink.h"
 
 namespace tsaw {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "model/wizard_test_support.h"
+#include "testing/wizard_builder.h"
 #include "testing/recording_sink.h"
 
 namespace tsaw {

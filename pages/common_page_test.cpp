@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "testing/page_wizard.h"
+#include "testing/wizard_builder.h"
 
 namespace tsaw {
 namespace {
 
-using testing::PageWizard;
+using testing::MakeWizard;
 using testing::SetPin;
 using testing::SetVar;
 
@@ -45,7 +45,7 @@ TEST_F(CommonPageTest, ProjectsPrefixRules) {
        "underscore chars."},
   };
   for (const auto& c : cases) {
-    TWizard wizard = PageWizard(0);
+    TWizard wizard = MakeWizard(0);
     SetVar(wizard, viCompanyName, "My Co");
     SetVar(wizard, viHostProjectName, "MyHost");
     SetVar(wizard, viProjectsPrefix, c.prefix);
@@ -54,7 +54,7 @@ TEST_F(CommonPageTest, ProjectsPrefixRules) {
 }
 
 TEST_F(CommonPageTest, HostNameRulesAndBlankPluginName) {
-  TWizard wizard = PageWizard(1);
+  TWizard wizard = MakeWizard(1);
   SetVar(wizard, viProjectsPrefix, "P");
   SetVar(wizard, viHostProjectName, "2 Host");
   EXPECT_EQ(
@@ -68,7 +68,7 @@ TEST_F(CommonPageTest, HostNameRulesAndBlankPluginName) {
 }
 
 TEST_F(CommonPageTest, PluginNameEqualToHostIgnoringCase) {
-  TWizard wizard = PageWizard(1);
+  TWizard wizard = MakeWizard(1);
   SetVar(wizard, viProjectsPrefix, "P");
   SetVar(wizard, viHostProjectName, "MyHost");
   SetPin(wizard, viPluginProjectName, 1, "myhost");
@@ -78,7 +78,7 @@ TEST_F(CommonPageTest, PluginNameEqualToHostIgnoringCase) {
 }
 
 TEST_F(CommonPageTest, EachClashReportedOnceAtTheLowerIndex) {
-  TWizard wizard = PageWizard(3);
+  TWizard wizard = MakeWizard(3);
   SetVar(wizard, viProjectsPrefix, "P");
   SetVar(wizard, viHostProjectName, "A");
   for (uint16_t i = 1; i <= 3; ++i) SetPin(wizard, viPluginProjectName, i, "A");
@@ -95,7 +95,7 @@ TEST_F(CommonPageTest, EachClashReportedOnceAtTheLowerIndex) {
 }
 
 TEST_F(CommonPageTest, PluginNamesExpandWithTheirOwnIndexAndPluginIndexIsRestored) {
-  TWizard wizard = PageWizard(2);
+  TWizard wizard = MakeWizard(2);
   wizard.PluginIndex = 2;
   SetVar(wizard, viPluginIndex, "2");
   SetVar(wizard, viProjectsPrefix, "Px");
@@ -115,7 +115,7 @@ TEST_F(CommonPageTest, PluginNamesExpandWithTheirOwnIndexAndPluginIndexIsRestore
 }
 
 TEST_F(CommonPageTest, PublishesOutcomeToTheFrameAndTheValidationTab) {
-  TWizard wizard = PageWizard(0);
+  TWizard wizard = MakeWizard(0);
   std::vector<bool> reported;
   wizard.RefreshStepButtons = [&](bool valid) { reported.push_back(valid); };
   SetVar(wizard, viHostProjectName, "Host");

@@ -3,12 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "pages/plugin_page.h"
-#include "testing/page_wizard.h"
+#include "testing/wizard_builder.h"
 
 namespace tsaw {
 namespace {
 
-using testing::PageWizard;
+using testing::MakeWizard;
 using testing::SetPin;
 using testing::SetVar;
 
@@ -18,7 +18,7 @@ class FieldPageTest : public ::testing::Test {
 };
 
 TEST_F(FieldPageTest, EditStoresTheTrimmedTextInTheCurrentPluginsElement) {
-  TWizard wizard = PageWizard(2);
+  TWizard wizard = MakeWizard(2);
   wizard.PluginIndex = 2;
   TPluginPage page(wizard, memory_.For(TPageKind::Plugin));
   page.Open();
@@ -34,7 +34,7 @@ TEST_F(FieldPageTest, EditStoresTheTrimmedTextInTheCurrentPluginsElement) {
 }
 
 TEST_F(FieldPageTest, ExpandedPreviewShowsValuesAndIgnoresEdits) {
-  TWizard wizard = PageWizard(1);
+  TWizard wizard = MakeWizard(1);
   SetVar(wizard, viAuthor, "Ann");
   SetPin(wizard, viPluginAuthor, 1, "#Author# Doe");
   TPluginPage page(wizard, memory_.For(TPageKind::Plugin));
@@ -49,7 +49,7 @@ TEST_F(FieldPageTest, ExpandedPreviewShowsValuesAndIgnoresEdits) {
 }
 
 TEST_F(FieldPageTest, CircularReferenceKeepsThePreviewOff) {
-  TWizard wizard = PageWizard(1);
+  TWizard wizard = MakeWizard(1);
   SetVar(wizard, viAuthor, "#Copyright#");
   SetVar(wizard, viCopyright, "#Author#");
   TPluginPage page(wizard, memory_.For(TPageKind::Plugin));
@@ -61,7 +61,7 @@ TEST_F(FieldPageTest, CircularReferenceKeepsThePreviewOff) {
 }
 
 TEST_F(FieldPageTest, PluginSelector) {
-  TWizard wizard = PageWizard(3);
+  TWizard wizard = MakeWizard(3);
   TPluginPage page(wizard, memory_.For(TPageKind::Plugin));
   page.Open();
   EXPECT_EQ(page.PluginItems(), (std::vector<std::string>{" 1", " 2", " 3"}));
@@ -73,14 +73,14 @@ TEST_F(FieldPageTest, PluginSelector) {
   page.cboPluginIdx_OnChange(std::nullopt);
   EXPECT_EQ(wizard.PluginIndex, 1);
 
-  TWizard single = PageWizard(1);
+  TWizard single = MakeWizard(1);
   TPluginPage single_page(single, memory_.For(TPageKind::Plugin));
   EXPECT_FALSE(single_page.PluginSelectorVisible());
   EXPECT_TRUE(single_page.PluginSelectorEnabled());
 }
 
 TEST_F(FieldPageTest, LookupHintComesFromTheRelatedLookupVariable) {
-  TWizard wizard = PageWizard(1);
+  TWizard wizard = MakeWizard(1);
   TVariableItem lookup;
   lookup.Name = "Lookup.Plugin.Author";
   lookup.Hint = "Pick an author";
@@ -92,7 +92,7 @@ TEST_F(FieldPageTest, LookupHintComesFromTheRelatedLookupVariable) {
 }
 
 TEST_F(FieldPageTest, AdviceAndTabAreRememberedPerPageType) {
-  TWizard wizard = PageWizard(1);
+  TWizard wizard = MakeWizard(1);
   SetPin(wizard, viPluginVersion, 1, "1.0");
   {
     TPluginPage page(wizard, memory_.For(TPageKind::Plugin));

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "testing/page_wizard.h"
+#include "testing/wizard_builder.h"
 
 namespace tsaw {
 namespace {
@@ -14,7 +14,7 @@ TClickStep State(TBoxState state) { return {TKind::SetState, state, ""}; }
 
 class LanguagesPageTest : public ::testing::Test {
  protected:
-  LanguagesPageTest() : wizard_(testing::PageWizard(1)) {
+  LanguagesPageTest() : wizard_(testing::MakeWizard(1)) {
     for (uint16_t t = 1; t <= 18; ++t) wizard_.Targets[t].Allowed = true;
   }
   TWizard wizard_;

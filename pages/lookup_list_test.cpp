@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "testing/page_wizard.h"
+#include "testing/wizard_builder.h"
 
 namespace tsaw {
 namespace {
@@ -17,7 +17,7 @@ TEST(LookupValuesTest, SortedOnceEachIgnoringCaseAndBlankLines) {
 
 // A wizard whose Author has the look-up variable "Lookup.Author" holding `list`.
 TWizard WizardWithAuthorLookup(const std::string& list) {
-  TWizard wizard = testing::PageWizard(1);
+  TWizard wizard = testing::MakeWizard(1);
   TVariableItem lookup;
   lookup.Name = "Lookup.Author";
   lookup.Title = "Authors";

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "testing/page_wizard.h"
+#include "testing/wizard_builder.h"
 
 namespace tsaw {
 namespace {
@@ -18,7 +18,7 @@ TEST(ManagerPageTest, VersionMustNotExpandToBlank) {
       {"1.0", ""},
   };
   for (const auto& c : cases) {
-    TWizard wizard = testing::PageWizard(0);
+    TWizard wizard = testing::MakeWizard(0);
     testing::SetVar(wizard, viManagerVersion, c.version);
     TPageMemory memory;
     TManagerPage page(wizard, memory.For(TPageKind::Manager));
@@ -28,7 +28,7 @@ TEST(ManagerPageTest, VersionMustNotExpandToBlank) {
 }
 
 TEST(ManagerPageTest, ServiceFolderAdviceIsThePluginFolderTextForServiceFolder) {
-  TWizard wizard = testing::PageWizard(0);
+  TWizard wizard = testing::MakeWizard(0);
   TPageMemory memory;
   TManagerPage page(wizard, memory.For(TPageKind::Manager));
   ASSERT_TRUE(page.Controls_OnEnter("ediServiceFolder"));

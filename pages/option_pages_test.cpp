@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "testing/page_wizard.h"
+#include "testing/wizard_builder.h"
 
 namespace tsaw {
 namespace {
@@ -21,7 +21,7 @@ std::string LoggingValues(const TWizard& wizard) {
 
 class LoggingPageTest : public ::testing::Test {
  protected:
-  LoggingPageTest() : wizard_(testing::PageWizard(1)) {
+  LoggingPageTest() : wizard_(testing::MakeWizard(1)) {
     for (uint16_t var : kLoggingVars) testing::SetVar(wizard_, var, "False");
   }
   TWizard wizard_;
@@ -58,7 +58,7 @@ TEST_F(LoggingPageTest, LoadedOptionWithoutMasterIsClearedAndWrittenBack) {
 }
 
 TEST(CosmeticsPageTest, LabelClickTogglesTheOption) {
-  TWizard wizard = testing::PageWizard(0);
+  TWizard wizard = testing::MakeWizard(0);
   testing::SetVar(wizard, viCosmeticCommentedHeaders, "yes");
   TPageMemory memory;
   TCosmeticsPage page(wizard, memory.For(TPageKind::Cosmetics));

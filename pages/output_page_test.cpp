@@ -2,13 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include "testing/page_wizard.h"
+#include "testing/wizard_builder.h"
 
 namespace tsaw {
 namespace {
 
 TEST(OutputPageTest, BlankBaseFolderIsOneError) {
-  TWizard wizard = testing::PageWizard(0);
+  TWizard wizard = testing::MakeWizard(0);
   testing::SetVar(wizard, viOutputBaseFolder, "#Path.TsaProjects#");
   TPageMemory memory;
   TOutputPage page(wizard, memory.For(TPageKind::Output));
@@ -20,7 +20,7 @@ TEST(OutputPageTest, BlankBaseFolderIsOneError) {
 }
 
 TEST(OutputPageTest, EmbedVarPutsTheFirstFittingPathVariableInFront) {
-  TWizard wizard = testing::PageWizard(0);
+  TWizard wizard = testing::MakeWizard(0);
   testing::SetVar(wizard, viPathDelphi, "/opt/Delphi5");
   testing::SetVar(wizard, viPathWindows, "/win/WINDOWS");
   testing::SetVar(wizard, viPathWindowsSystem, "/win/WINDOWS/system32");

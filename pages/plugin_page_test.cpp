@@ -2,14 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include "testing/page_wizard.h"
+#include "testing/wizard_builder.h"
 
 namespace tsaw {
 namespace {
 
 TEST(PluginPageTest, EveryPluginsVersionIsCheckedWhicheverIsShown) {
   for (uint16_t shown = 1; shown <= 3; ++shown) {
-    TWizard wizard = testing::PageWizard(3);
+    TWizard wizard = testing::MakeWizard(3);
     wizard.PluginIndex = shown;
     testing::SetPin(wizard, viPluginVersion, 1, "1.0");
     testing::SetPin(wizard, viPluginVersion, 3, "#Plugin.Index#.0");
@@ -24,7 +24,7 @@ TEST(PluginPageTest, EveryPluginsVersionIsCheckedWhicheverIsShown) {
 }
 
 TEST(PluginPageTest, NoPluginsNoErrors) {
-  TWizard wizard = testing::PageWizard(0);
+  TWizard wizard = testing::MakeWizard(0);
   TPageMemory memory;
   TPluginPage page(wizard, memory.For(TPageKind::Plugin));
   page.Open();

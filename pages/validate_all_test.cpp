@@ -2,13 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include "testing/page_wizard.h"
+#include "testing/wizard_builder.h"
 
 namespace tsaw {
 namespace {
 
 TEST(ValidateAllAnswersTest, ListsEveryFailingPageInStepOrder) {
-  TWizard wizard = testing::PageWizard(1);
+  TWizard wizard = testing::MakeWizard(1);
   bool notified = false;
   wizard.RefreshStepButtons = [&](bool) { notified = true; };
   testing::SetVar(wizard, viProjectsPrefix, "P");

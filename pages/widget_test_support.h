@@ -16,7 +16,7 @@
 
 #include "pages/page_widget.h"
 #include "platform/dialogs.h"
-#include "testing/page_wizard.h"
+#include "testing/wizard_builder.h"
 #include "testing/qt_application.h"
 
 namespace tsaw::testing {
@@ -37,7 +37,7 @@ class RecordingDialogs : public platform::Dialogs {
 
 // Everything a page widget is built with.
 struct PageBench {
-  explicit PageBench(uint16_t plugins) : Wizard(PageWizard(plugins)) {
+  explicit PageBench(uint16_t plugins) : Wizard(MakeWizard(plugins)) {
     TestApplication();
     Wizard.RefreshStepButtons = [this](bool valid) { NextEnabled = valid; };
   }

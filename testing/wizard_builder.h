@@ -1,14 +1,18 @@
 #pragma once
-// Test helper for the model's tests: a wizard with the fixed variables and `plugin_count` plug-ins.
+// Test helper: a wizard state as it stands after a template of a given plug-in count has been
+// selected, and setters that store values the way answers are stored.
 
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "model/variables.h"
 #include "model/wizard.h"
 
 namespace tsaw::testing {
 
+// The variable table with every plug-in variable sized to `plugin_count`, and plug-in 1 current.
 inline TWizard MakeWizard(uint16_t plugin_count) {
   TWizard wizard;
   Init_Variables(wizard);
@@ -21,10 +25,19 @@ inline TWizard MakeWizard(uint16_t plugin_count) {
   return wizard;
 }
 
-// Sets a value and its identifier value the way the pages do.
+// Sets a value and an identifier value of the test's choosing.
 inline void SetValue(TVariableItem& item, const std::string& value, const std::string& idf_value) {
   item.Value = value;
   item.IdfValue = idf_value;
+}
+
+inline void SetVar(TWizard& wizard, uint16_t var, std::string_view value) {
+  Assign_Value(wizard.Variables[var], value);
+}
+
+// Plug-in `index`'s element of variable `var`.
+inline void SetPin(TWizard& wizard, uint16_t var, uint16_t index, std::string_view value) {
+  Assign_Value(*wizard.Variables[var].Pins[index], value);
 }
 
 }  // namespace tsaw::testing
