@@ -1,13 +1,13 @@
 #include "creation/file_processing.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstring>
 
 #include "creation/file_names.h"
 #include "creation/project_file_cleaning.h"
 #include "model/expand.h"
 #include "model/text_file.h"
+#include "platform/ascii_case.h"
 #include "platform/debug_log.h"
 
 namespace tsaw::creation {
@@ -26,11 +26,6 @@ constexpr const char* kDirectiveAware = "  .dpr .pas .inc ";
 
 bool InList(const char* list, const std::string& item) {
   return std::string_view(list).find(" " + item + " ") != std::string_view::npos;
-}
-
-std::string Lower(std::string text) {
-  for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return text;
 }
 
 bool FirstLineIsBinaryMark(const std::string& bytes) {
@@ -146,11 +141,11 @@ bool SafeName(const TRunContext& run, const std::string& name, const fs::path& d
 
 std::string LowerExtension(const std::string& name) {
   const auto dot = name.rfind('.');
-  return dot == std::string::npos ? std::string() : Lower(name.substr(dot));
+  return dot == std::string::npos ? std::string() : platform::LowerAscii(name.substr(dot));
 }
 
 bool SkippedFile(const std::string& name) {
-  return InList(kSkippedExtensions, LowerExtension(name)) || InList(kSkippedNames, Lower(name));
+  return InList(kSkippedExtensions, LowerExtension(name)) || InList(kSkippedNames, platform::LowerAscii(name));
 }
 
 TFileOutcome Process_File(TRunContext& run, const fs::path& source, const fs::path& dest_folder) {

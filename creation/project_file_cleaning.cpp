@@ -2,6 +2,7 @@
 
 #include <cctype>
 
+#include "platform/ascii_case.h"
 #include "platform/debug_log.h"
 
 namespace tsaw::creation {
@@ -55,9 +56,8 @@ DefinesEntry FindDof(const std::vector<std::string>& lines) {
   DefinesEntry entry;
   for (std::size_t i = 0; i < lines.size(); ++i) {
     const auto equals = lines[i].find('=');
-    std::string name = lines[i].substr(0, equals == std::string::npos ? 0 : equals);
-    for (char& c : name) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    if (name == "conditionals") return {lines[i].substr(equals + 1), {i}, {}, true};
+    const std::string name = lines[i].substr(0, equals == std::string::npos ? 0 : equals);
+    if (platform::SameText(name, "Conditionals")) return {lines[i].substr(equals + 1), {i}, {}, true};
   }
   return entry;
 }

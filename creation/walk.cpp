@@ -1,13 +1,13 @@
 #include "creation/walk.h"
 
 #include <algorithm>
-#include <cctype>
 
 #include "creation/file_names.h"
 #include "creation/file_processing.h"
 #include "creation/run_directives.h"
 #include "model/targets.h"
 #include "model/variables.h"
+#include "platform/ascii_case.h"
 #include "platform/debug_log.h"
 
 namespace tsaw::creation {
@@ -51,11 +51,7 @@ bool IsCatalogueFolder(const std::string& name, TLevel level) {
   return false;
 }
 
-bool IsTplHelper(const std::string& name) {
-  std::string lower = name;
-  for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return lower == "tplhelper";
-}
+bool IsTplHelper(const std::string& name) { return platform::SameText(name, "TplHelper"); }
 
 fs::path DestinationOf(const TRunContext& run, const fs::path& source) {
   return run.project_set / source.lexically_relative(run.template_folder);

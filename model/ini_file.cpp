@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "model/text_file.h"
+#include "platform/ascii_case.h"
 
 namespace tsaw {
 namespace {
@@ -21,20 +22,6 @@ std::string_view Trim(std::string_view s) {
   return s;
 }
 
-char LowerAscii(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
-
-std::string Lowered(std::string_view s) {
-  std::string lowered(s);
-  std::transform(lowered.begin(), lowered.end(), lowered.begin(), LowerAscii);
-  return lowered;
-}
-
-// Section and key names compare without regard to the case of ASCII letters.
-bool SameName(std::string_view a, std::string_view b) {
-  return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
-                                            [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
-}
-
 // The name of a "[name]" line, or nullopt when the line is no section header.
 std::optional<std::string_view> SectionHeader(std::string_view line) {
   if (line.empty() || line.front() != '[') return std::nullopt;
@@ -46,7 +33,7 @@ std::optional<std::string_view> SectionHeader(std::string_view line) {
 template <typename Sections>
 size_t SectionIndex(const Sections& sections, std::string_view name) {
   for (size_t i = 0; i < sections.size(); ++i) {
-    if (SameName(sections[i].name, name)) return i;
+    if (platform::SameText(sections[i].name, name)) return i;
   }
   return kNoSection;
 }
@@ -77,7 +64,7 @@ TIniFile TIniFile::FromText(std::string_view text) {
     const size_t equals = line.find('=');
     if (current == kNoSection || equals == std::string_view::npos) continue;
     const std::string_view key = Trim(line.substr(0, equals));
-    if (key.empty() || !keys_seen[current].insert(Lowered(key)).second) continue;
+    if (key.empty() || !keys_seen[current].insert(platform::LowerAscii(key)).second) continue;
     ini.sections_[current].entries.emplace_back(std::string(key), std::string(Trim(line.substr(equals + 1))));
   }
   return ini;
@@ -103,7 +90,7 @@ std::string TIniFile::ReadString(std::string_view section, std::string_view key,
                                  std::string_view default_value) const {
   if (const Section* found = FindSection(section)) {
     for (const auto& [name, value] : found->entries) {
-      if (SameName(name, key)) return value;
+      if (platform::SameText(name, key)) return value;
     }
   }
   return std::string(default_value);
@@ -119,12 +106,12 @@ bool TIniFile::SectionExists(std::string_view section) const { return FindSectio
 bool TIniFile::ValueExists(std::string_view section, std::string_view key) const {
   const Section* found = FindSection(section);
   return found && std::any_of(found->entries.begin(), found->entries.end(),
-                              [&](const auto& entry) { return SameName(entry.first, key); });
+                              [&](const auto& entry) { return platform::SameText(entry.first, key); });
 }
 
 bool IniBool(std::string_view value) {
   for (const std::string_view yes : {"yes", "y", "true", "t", "1"}) {
-    if (SameName(value, yes)) return true;
+    if (platform::SameText(value, yes)) return true;
   }
   return false;
 }

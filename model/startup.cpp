@@ -9,6 +9,7 @@
 #include "model/format.h"
 #include "model/text_file.h"
 #include "model/variables.h"
+#include "platform/ascii_case.h"
 #include "platform/debug_log.h"
 
 namespace tsaw {
@@ -37,20 +38,11 @@ std::string Trimmed(std::string_view s) {
   return std::string(s);
 }
 
-bool SameNameIgnoringCase(std::string_view a, std::string_view b) {
-  const auto lower = [](char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; };
-  if (a.size() != b.size()) return false;
-  for (size_t i = 0; i < a.size(); ++i) {
-    if (lower(a[i]) != lower(b[i])) return false;
-  }
-  return true;
-}
-
 // The trimmed value of the first "name=value" line of `lines` with that name; empty when none.
 std::string AttributeOf(const std::vector<std::string>& lines, std::string_view name) {
   for (const std::string& line : lines) {
     const size_t equals = line.find('=');
-    if (equals != std::string::npos && SameNameIgnoringCase(Trimmed(line.substr(0, equals)), name)) {
+    if (equals != std::string::npos && platform::SameText(Trimmed(line.substr(0, equals)), name)) {
       return Trimmed(line.substr(equals + 1));
     }
   }

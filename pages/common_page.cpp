@@ -5,6 +5,7 @@
 
 #include "model/variables.h"
 #include "pages/variable_edit.h"
+#include "platform/ascii_case.h"
 
 namespace tsaw {
 
@@ -95,9 +96,9 @@ void CheckPluginName(TPageErrors& errors, const std::vector<std::string>& names,
                      " should contain only letters and numbers.");
   }
   const std::string unique = Quoted(PinSubject(i), name) + " must be unique in the Project Set.\r\n";
-  if (SameText(name, host)) errors.Add_Error(unique + "It's currently equal to the Host Project Name.");
+  if (platform::SameText(name, host)) errors.Add_Error(unique + "It's currently equal to the Host Project Name.");
   for (std::size_t j = i + 1; j < names.size(); ++j) {
-    if (SameText(name, names[j])) {
+    if (platform::SameText(name, names[j])) {
       errors.Add_Error(unique + "It's currently equal to the Plugin[" + std::to_string(j) +
                        "] Project Name.");
     }

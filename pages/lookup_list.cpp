@@ -3,23 +3,9 @@
 #include <algorithm>
 
 #include "model/expand.h"
+#include "platform/ascii_case.h"
 
 namespace tsaw {
-
-namespace {
-
-char AsciiLower(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool LessIgnoringCase(const std::string& a, const std::string& b) {
-  return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
-                                      [](char x, char y) { return AsciiLower(x) < AsciiLower(y); });
-}
-
-bool SameIgnoringCase(const std::string& a, const std::string& b) {
-  return !LessIgnoringCase(a, b) && !LessIgnoringCase(b, a);
-}
-
-}  // namespace
 
 std::vector<std::string> LookupValues(std::string_view list_text) {
   std::vector<std::string> values;
@@ -31,8 +17,10 @@ std::vector<std::string> LookupValues(std::string_view list_text) {
     if (!line.empty()) values.emplace_back(line);
   }
   // A stable sort keeps the first of values that differ only in letter case.
-  std::stable_sort(values.begin(), values.end(), LessIgnoringCase);
-  values.erase(std::unique(values.begin(), values.end(), SameIgnoringCase), values.end());
+  const auto less = [](const std::string& a, const std::string& b) { return platform::LessText(a, b); };
+  const auto same = [](const std::string& a, const std::string& b) { return platform::SameText(a, b); };
+  std::stable_sort(values.begin(), values.end(), less);
+  values.erase(std::unique(values.begin(), values.end(), same), values.end());
   return values;
 }
 

@@ -4,6 +4,7 @@
 
 #include "model/expand.h"
 #include "pages/variable_edit.h"
+#include "platform/ascii_case.h"
 
 namespace tsaw {
 
@@ -26,14 +27,8 @@ constexpr std::string_view kBaseFolderAdvice =
 constexpr std::array<uint16_t, 6> kPathVariables{viPathDelphi,        viPathTsaProjects, viPathTsaRoot,
                                                  viPathWindowsSystem, viPathWindows,     viPathProgramFiles};
 
-char AsciiLower(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
-
 bool StartsWithIgnoringCase(std::string_view s, std::string_view prefix) {
-  if (prefix.size() > s.size()) return false;
-  for (std::size_t i = 0; i < prefix.size(); ++i) {
-    if (AsciiLower(s[i]) != AsciiLower(prefix[i])) return false;
-  }
-  return true;
+  return prefix.size() <= s.size() && platform::SameText(s.substr(0, prefix.size()), prefix);
 }
 
 // `folder` with the first fitting path variable in place of its beginning.

@@ -6,8 +6,6 @@ namespace tsaw {
 
 namespace {
 
-char AsciiLower(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
-
 bool IsIdentifierChar(char c) {
   return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
 }
@@ -35,10 +33,5 @@ std::string ValidationCaption(int error_count) {
 bool StartsWithNumber(std::string_view s) { return !s.empty() && s.front() >= '0' && s.front() <= '9'; }
 
 bool HasInvalidChars(std::string_view s) { return !std::all_of(s.begin(), s.end(), IsIdentifierChar); }
-
-bool SameText(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return AsciiLower(x) == AsciiLower(y); });
-}
 
 }  // namespace tsaw

@@ -30,7 +30,5 @@ std::string ValidationCaption(int error_count);
 bool StartsWithNumber(std::string_view s);
 // True when `s` holds any character outside '0'-'9', 'A'-'Z', 'a'-'z' and '_'.
 bool HasInvalidChars(std::string_view s);
-// Equality ignoring the letter case of ASCII letters only.
-bool SameText(std::string_view a, std::string_view b);
 
 }  // namespace tsaw

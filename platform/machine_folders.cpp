@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "platform/ascii_case.h"
 #include "platform/wine_registry.h"
 
 namespace tsaw::platform {
@@ -15,13 +16,6 @@ namespace {
 std::string EnvironmentText(const char* name) {
   const char* value = std::getenv(name);
   return value ? value : "";
-}
-
-char LowerAscii(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool SameNameIgnoringCase(std::string_view a, std::string_view b) {
-  return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
-                                            [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
 }
 
 std::string FrameworkRootOf(const MachineEnvironment& environment, std::string root_override) {
@@ -65,7 +59,7 @@ fs::path ChildIgnoringCase(const fs::path& folder, const std::string& name) {
   if (fs::exists(folder / name, ec)) return folder / name;
   for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
     const std::string entry = it->path().filename().string();
-    if (SameNameIgnoringCase(entry, name)) return folder / entry;
+    if (SameText(entry, name)) return folder / entry;
   }
   return folder / name;
 }
@@ -102,7 +96,7 @@ std::string WineMachineFolders::MachineRegistryString(std::string_view key, std:
   while (!plain.empty() && plain.front() == '\\') plain.erase(0, 1);
   std::vector<std::string> keys;
   const std::string software = "software\\";
-  if (SameNameIgnoringCase(std::string_view(plain).substr(0, software.size()), software)) {
+  if (SameText(std::string_view(plain).substr(0, software.size()), software)) {
     keys.push_back("Software\\Wow6432Node\\" + plain.substr(software.size()));
   }
   keys.push_back(plain);

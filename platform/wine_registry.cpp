@@ -4,21 +4,16 @@
 #include <cctype>
 #include <fstream>
 
+#include "platform/ascii_case.h"
+
 namespace tsaw::platform {
 namespace {
-
-std::string Lowered(std::string_view s) {
-  std::string lowered(s);
-  std::transform(lowered.begin(), lowered.end(), lowered.begin(),
-                 [](char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; });
-  return lowered;
-}
 
 // Keys are compared without their outer backslashes: "\Software\X\" is "Software\X".
 std::string NormalKey(std::string_view key) {
   while (!key.empty() && key.front() == '\\') key.remove_prefix(1);
   while (!key.empty() && key.back() == '\\') key.remove_suffix(1);
-  return Lowered(key);
+  return LowerAscii(key);
 }
 
 void AppendUtf8(std::string& out, unsigned cp) {
@@ -88,7 +83,7 @@ std::optional<std::string> ValueName(std::string_view line, size_t& pos) {
   }
   if (pos >= line.size() || line[pos] != '=') return std::nullopt;
   ++pos;
-  return Lowered(name);
+  return LowerAscii(name);
 }
 
 // The text of a string value after its '=' at `pos`; nullopt for values of other types.
@@ -113,7 +108,7 @@ std::optional<std::string> ReadWineRegistryString(const std::filesystem::path& r
   if (!in) return std::nullopt;
   std::vector<std::string> wanted;
   for (const auto& key : keys) wanted.push_back(NormalKey(key));
-  const std::string wanted_name = name.empty() ? "@" : Lowered(name);
+  const std::string wanted_name = name.empty() ? "@" : LowerAscii(name);
   std::vector<std::optional<std::string>> found(wanted.size());
   size_t current = wanted.size();  // the priority of the open key; wanted.size() when unwanted
   std::string line;

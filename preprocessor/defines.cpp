@@ -1,19 +1,8 @@
 #include "preprocessor/defines.h"
 
+#include "platform/ascii_case.h"
+
 namespace tsaw {
-namespace {
-
-char AsciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool SameNameIgnoringCase(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    if (AsciiLower(a[i]) != AsciiLower(b[i])) return false;
-  }
-  return true;
-}
-
-}  // namespace
 
 void TDefines::Add(std::string_view name, std::string_view value) {
   entries_.push_back(Entry{std::string(name), std::string(value)});
@@ -21,7 +10,7 @@ void TDefines::Add(std::string_view name, std::string_view value) {
 
 std::size_t TDefines::IndexOf(std::string_view name) const {
   std::size_t index = 0;
-  while (index < entries_.size() && !SameNameIgnoringCase(entries_[index].Name, name)) ++index;
+  while (index < entries_.size() && !platform::SameText(entries_[index].Name, name)) ++index;
   return index;
 }
 

@@ -8,6 +8,7 @@
 
 #include "model/format.h"
 #include "model/variables.h"
+#include "platform/ascii_case.h"
 #include "platform/debug_log.h"
 #include "templates/defaults.h"
 
@@ -30,17 +31,9 @@ constexpr const char* kAdviceGood =
     "In the next steps you'll be presented with a number of options; some provided by the wizard "
     "itself and others by the template definitions.";
 
-std::string Lowered(std::string_view s) {
-  std::string out(s);
-  for (char& c : out) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return out;
-}
-
 void SortByCaption(TCatalogueNode& node) {
   std::stable_sort(node.Children.begin(), node.Children.end(), [](const auto& a, const auto& b) {
-    const std::string la = Lowered(a->Caption), lb = Lowered(b->Caption);
+    const std::string la = platform::LowerAscii(a->Caption), lb = platform::LowerAscii(b->Caption);
     return la != lb ? la < lb : a->Caption < b->Caption;
   });
   for (auto& child : node.Children) SortByCaption(*child);
@@ -118,9 +111,9 @@ void TCatalogue::AddFolder(const std::string& folder_path, const std::string& na
 }
 
 TCatalogueNode& TCatalogue::ChildFor(TCatalogueNode& parent, const std::string& name) {
-  const std::string lowered = Lowered(name);
+  const std::string lowered = platform::LowerAscii(name);
   for (auto& child : parent.Children) {
-    if (Lowered(child->Caption) == lowered) return *child;
+    if (platform::LowerAscii(child->Caption) == lowered) return *child;
   }
   auto node = std::make_unique<TCatalogueNode>();
   node->Caption = name;

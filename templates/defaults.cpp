@@ -7,6 +7,7 @@
 #include "model/target_selection.h"
 #include "model/targets.h"
 #include "model/variables.h"
+#include "platform/ascii_case.h"
 #include "platform/debug_log.h"
 #include "templates/template_info.h"
 
@@ -249,17 +250,9 @@ void Update_Wizard_Variables(TWizard& wizard) {
 
 namespace {
 
-std::string Lowered(std::string_view s) {
-  std::string out(s);
-  for (char& c : out) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return out;
-}
-
 bool IsPluginSuffix(std::string_view lowered_suffix) {
   for (const PluginKey& key : kPluginKeys) {
-    if (Lowered(key.suffix) == lowered_suffix) return true;
+    if (platform::LowerAscii(key.suffix) == lowered_suffix) return true;
   }
   return false;
 }
@@ -267,14 +260,14 @@ bool IsPluginSuffix(std::string_view lowered_suffix) {
 // Empty when `key` is one of the "Default Values" keys for a template with `plugin_count`
 // plug-ins; otherwise what is wrong with it.
 std::string CheckOverrideKey(std::string_view key, uint16_t plugin_count) {
-  const std::string lowered = Lowered(key);
+  const std::string lowered = platform::LowerAscii(key);
   for (uint16_t v = 1; v <= kFixedVariableCount; ++v) {
     const bool listed = (v >= viProjectsPrefix && v != viProjectGroup && v < viPluginProjectName) ||
                         v >= viLoggingUseTLG;
-    if (listed && lowered == Lowered(kFixedVariableNames[v])) return {};
+    if (listed && lowered == platform::LowerAscii(kFixedVariableNames[v])) return {};
   }
   for (uint16_t t = 1; t <= kTargetCount; ++t) {
-    if (lowered == Lowered(TargetInfo(t).DefaultsKey)) return {};
+    if (lowered == platform::LowerAscii(TargetInfo(t).DefaultsKey)) return {};
   }
   if (lowered.starts_with("plugin.") && IsPluginSuffix(lowered.substr(7))) return {};
   const size_t close = lowered.find("].");
