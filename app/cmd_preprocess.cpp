@@ -9,8 +9,8 @@
 #include <optional>
 
 #include "app/command.h"
+#include "platform/runtime_text.h"
 #include "preprocessor/model_processor.h"
-#include "preprocessor/text_lines.h"
 
 namespace tsaw::app {
 namespace {
@@ -66,14 +66,14 @@ int RunPreprocess(const PreprocessOptions& options) {
     const std::size_t equals = define.find('=');
     processor.Defines.Add(define.substr(0, equals), define.substr(equals + 1));
   }
-  processor.Input = preprocessor::SplitLines(*bytes);
+  processor.Input = platform::SplitLines(*bytes);
   try {
     const std::string message = processor.Execute();
     if (!message.empty()) return fail(message);
   } catch (const TPreprocessorError& failure) {
     return fail(failure.what());
   }
-  if (!WriteOutput(preprocessor::JoinLines(processor.Output))) {
+  if (!WriteOutput(platform::JoinLines(processor.Output))) {
     return fail(std::string("cannot write the output: ") + std::strerror(errno));
   }
   return kExitOk;

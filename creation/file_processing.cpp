@@ -1,14 +1,11 @@
 #include "creation/file_processing.h"
 
-#include <algorithm>
-#include <cstring>
-
 #include "creation/file_names.h"
 #include "creation/project_file_cleaning.h"
 #include "model/expand.h"
 #include "model/text_file.h"
-#include "platform/ascii_case.h"
 #include "platform/debug_log.h"
+#include "platform/runtime_text.h"
 
 namespace tsaw::creation {
 namespace fs = std::filesystem;
@@ -68,36 +65,10 @@ std::string Expanded(TRunContext& run, const std::string& text, const std::strin
   return result;
 }
 
-// The text as the line lists write it: every line ended by CR LF (CR, LF and CR LF all count as
-// line ends); the same as JoinLines(SplitLines(text)) without a string per line.
-std::string WithCrLfLines(std::string_view text) {
-  const char* p = text.data();
-  const char* const end = p + text.size();
-  // memchr finds the breaks far faster than a loop over every character.
-  const auto next = [end](const char* from, char c) {
-    const void* found = std::memchr(from, c, static_cast<std::size_t>(end - from));
-    return found ? static_cast<const char*>(found) : end;
-  };
-  std::string out;
-  out.reserve(text.size() + text.size() / 32 + 2);
-  const char* next_cr = next(p, '\r');
-  const char* next_lf = next(p, '\n');
-  while (p < end) {
-    const char* const line_end = std::min(next_cr, next_lf);
-    out.append(p, line_end);
-    out += "\r\n";
-    if (line_end == end) break;
-    p = line_end + (*line_end == '\r' && line_end + 1 < end && line_end[1] == '\n' ? 2 : 1);
-    if (next_cr < p) next_cr = next(p, '\r');
-    if (next_lf < p) next_lf = next(p, '\n');
-  }
-  return out;
-}
-
 // The preprocessor's Execute on the lines of `text`, without splitting it into lines first.
 std::string Preprocessed(TRunContext& run, const std::string& text) {
   if (text.empty()) return text;
-  return WithCrLfLines(run.processor->ProcessText(text, run.processor->Defines, true));
+  return platform::WithCrLfLines(run.processor->ProcessText(text, run.processor->Defines, true));
 }
 
 TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path& dest,
@@ -110,7 +81,7 @@ TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path
                          source.string() + "'");
   }
   const TTextFile file = DecodeText(*bytes);
-  std::string text = WithCrLfLines(Expanded(run, file.Text, ext));
+  std::string text = platform::WithCrLfLines(Expanded(run, file.Text, ext));
   const bool settings = InList(kProjectSettings, ext);
   if (settings || ext == ".dfm") {
     std::vector<std::string> lines = SplitLines(text);

@@ -2,7 +2,7 @@
 
 #include <cctype>
 
-#include "platform/ascii_case.h"
+#include "platform/runtime_text.h"
 #include "platform/debug_log.h"
 
 namespace tsaw::creation {

@@ -7,7 +7,7 @@
 #include "creation/run_directives.h"
 #include "model/targets.h"
 #include "model/variables.h"
-#include "platform/ascii_case.h"
+#include "platform/runtime_text.h"
 #include "platform/debug_log.h"
 
 namespace tsaw::creation {

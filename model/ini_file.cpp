@@ -5,7 +5,7 @@
 #include <unordered_set>
 
 #include "model/text_file.h"
-#include "platform/ascii_case.h"
+#include "platform/runtime_text.h"
 
 namespace tsaw {
 namespace {
@@ -13,21 +13,12 @@ namespace {
 constexpr std::string_view kUtf8Bom = "\xEF\xBB\xBF";
 constexpr size_t kNoSection = static_cast<size_t>(-1);
 
-// Blanks as the INI format sees them: space and every control character.
-bool IsBlank(char c) { return static_cast<unsigned char>(c) <= ' '; }
-
-std::string_view Trim(std::string_view s) {
-  while (!s.empty() && IsBlank(s.front())) s.remove_prefix(1);
-  while (!s.empty() && IsBlank(s.back())) s.remove_suffix(1);
-  return s;
-}
-
 // The name of a "[name]" line, or nullopt when the line is no section header.
 std::optional<std::string_view> SectionHeader(std::string_view line) {
   if (line.empty() || line.front() != '[') return std::nullopt;
   const size_t close = line.find(']');
   if (close == std::string_view::npos) return std::nullopt;
-  return Trim(line.substr(1, close - 1));
+  return platform::Trim(line.substr(1, close - 1));
 }
 
 template <typename Sections>
@@ -49,7 +40,7 @@ TIniFile TIniFile::FromText(std::string_view text) {
   size_t current = kNoSection;
   for (size_t start = 0; start < text.size();) {
     const size_t end = std::min(text.find_first_of("\r\n", start), text.size());
-    const std::string_view line = Trim(text.substr(start, end - start));
+    const std::string_view line = platform::Trim(text.substr(start, end - start));
     start = end + 1;
     if (line.empty() || line.front() == ';') continue;
     if (const auto name = SectionHeader(line)) {
@@ -63,9 +54,10 @@ TIniFile TIniFile::FromText(std::string_view text) {
     }
     const size_t equals = line.find('=');
     if (current == kNoSection || equals == std::string_view::npos) continue;
-    const std::string_view key = Trim(line.substr(0, equals));
+    const std::string_view key = platform::Trim(line.substr(0, equals));
     if (key.empty() || !keys_seen[current].insert(platform::LowerAscii(key)).second) continue;
-    ini.sections_[current].entries.emplace_back(std::string(key), std::string(Trim(line.substr(equals + 1))));
+    const std::string_view value = platform::Trim(line.substr(equals + 1));
+    ini.sections_[current].entries.emplace_back(std::string(key), std::string(value));
   }
   return ini;
 }

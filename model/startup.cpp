@@ -9,7 +9,7 @@
 #include "model/format.h"
 #include "model/text_file.h"
 #include "model/variables.h"
-#include "platform/ascii_case.h"
+#include "platform/runtime_text.h"
 #include "platform/debug_log.h"
 
 namespace tsaw {
@@ -32,18 +32,13 @@ void SetFixed(TWizard& wizard, uint16_t var_idx, const std::string& value,
   item.IdfValue = idf_value ? *idf_value : Str2Idf(value);
 }
 
-std::string Trimmed(std::string_view s) {
-  while (!s.empty() && static_cast<unsigned char>(s.front()) <= ' ') s.remove_prefix(1);
-  while (!s.empty() && static_cast<unsigned char>(s.back()) <= ' ') s.remove_suffix(1);
-  return std::string(s);
-}
-
 // The trimmed value of the first "name=value" line of `lines` with that name; empty when none.
 std::string AttributeOf(const std::vector<std::string>& lines, std::string_view name) {
   for (const std::string& line : lines) {
     const size_t equals = line.find('=');
-    if (equals != std::string::npos && platform::SameText(Trimmed(line.substr(0, equals)), name)) {
-      return Trimmed(line.substr(equals + 1));
+    const std::string_view text = line;
+    if (equals != std::string::npos && platform::SameText(platform::Trim(text.substr(0, equals)), name)) {
+      return std::string(platform::Trim(text.substr(equals + 1)));
     }
   }
   return "";
@@ -62,7 +57,7 @@ TDeclaredValue ParseDeclaredValue(const std::string& raw) {
   std::vector<std::string> list;
   const size_t bar = raw.rfind(kBrokenBar);
   if (bar != std::string::npos) {
-    declared.Value = Trimmed(std::string_view(raw).substr(bar + kBrokenBar.size()));
+    declared.Value = std::string(platform::Trim(std::string_view(raw).substr(bar + kBrokenBar.size())));
     list = SplitLines(Piped2Text(raw.substr(0, bar), kBrokenBar));
     declared.Title = AttributeOf(list, "Title");
     declared.Kind = AttributeOf(list, "Kind");

@@ -161,29 +161,4 @@ bool WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, s
   return true;
 }
 
-std::vector<std::string> SplitLines(std::string_view text) {
-  std::vector<std::string> lines;
-  size_t start = 0;
-  for (size_t pos = 0; pos < text.size(); ++pos) {
-    if (text[pos] != '\r' && text[pos] != '\n') continue;
-    lines.emplace_back(text.substr(start, pos - start));
-    if (text[pos] == '\r' && pos + 1 < text.size() && text[pos + 1] == '\n') ++pos;
-    start = pos + 1;
-  }
-  if (start < text.size()) lines.emplace_back(text.substr(start));
-  return lines;
-}
-
-std::string JoinLines(const std::vector<std::string>& lines) {
-  size_t size = 0;
-  for (const auto& line : lines) size += line.size() + 2;
-  std::string text;
-  text.reserve(size);
-  for (const auto& line : lines) {
-    text += line;
-    text += "\r\n";
-  }
-  return text;
-}
-
 }  // namespace tsaw

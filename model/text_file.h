@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/runtime_text.h"
+
 namespace tsaw {
 
 enum class TTextEncoding { Utf8, Windows1252 };
@@ -31,9 +33,9 @@ std::optional<std::string> ReadFileBytes(const std::filesystem::path& path, std:
 // Writes bytes, replacing the file; false (with `error` set, when given) on failure.
 bool WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, std::string* error = nullptr);
 
-// Splits text into lines: a line ends at CR, LF or CR LF; a final line break makes no empty line.
-std::vector<std::string> SplitLines(std::string_view text);
-// Joins lines, each followed by CR LF.
-std::string JoinLines(const std::vector<std::string>& lines);
+// Files are read and written as the runtime's line lists: a line ends at CR, LF or CR LF, and
+// lines are written with CR LF.
+using platform::JoinLines;
+using platform::SplitLines;
 
 }  // namespace tsaw

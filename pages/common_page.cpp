@@ -5,7 +5,7 @@
 
 #include "model/variables.h"
 #include "pages/variable_edit.h"
-#include "platform/ascii_case.h"
+#include "platform/runtime_text.h"
 
 namespace tsaw {
 

@@ -3,6 +3,7 @@
 #include "model/variables.h"
 #include "pages/variable_edit.h"
 #include "platform/debug_log.h"
+#include "platform/runtime_text.h"
 
 namespace tsaw {
 
@@ -23,17 +24,9 @@ std::string PropertyValueAdvice(std::string_view owner, std::string_view propert
 
 namespace {
 
-bool IsTrimmed(char c) { return static_cast<unsigned char>(c) <= ' '; }
-
-std::string_view TrimBlanksAndControls(std::string_view s) {
-  while (!s.empty() && IsTrimmed(s.front())) s.remove_prefix(1);
-  while (!s.empty() && IsTrimmed(s.back())) s.remove_suffix(1);
-  return s;
-}
-
 // Reads a selector item such as " 2"; 0 when it is not a number.
 int ItemToIndex(std::string_view item) {
-  item = TrimBlanksAndControls(item);
+  item = platform::Trim(item);
   if (item.empty() || item.size() > 4) return 0;
   int value = 0;
   for (char c : item) {
@@ -75,7 +68,7 @@ void TFieldPage::edi_OnChange(uint16_t var_idx, std::string_view text) {
   platform::ScopedRoutine log("TSaW_Pages.TFieldPage.edi_OnChange");
   if (expanded_ || var_idx < 1 || var_idx > kFixedVariableCount || var_idx >= wizard_.Variables.size())
     return;
-  Assign_Value(CurrentItem(wizard_, var_idx), TrimBlanksAndControls(text));
+  Assign_Value(CurrentItem(wizard_, var_idx), platform::Trim(text));
   Validate_Page();
 }
 

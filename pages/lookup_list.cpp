@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "model/expand.h"
-#include "platform/ascii_case.h"
+#include "platform/runtime_text.h"
 
 namespace tsaw {
 

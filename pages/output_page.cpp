@@ -4,7 +4,7 @@
 
 #include "model/expand.h"
 #include "pages/variable_edit.h"
-#include "platform/ascii_case.h"
+#include "platform/runtime_text.h"
 
 namespace tsaw {
 

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "platform/ascii_case.h"
+#include "platform/runtime_text.h"
 #include "platform/wine_registry.h"
 
 namespace tsaw::platform {

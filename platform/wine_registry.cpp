@@ -4,7 +4,7 @@
 #include <cctype>
 #include <fstream>
 
-#include "platform/ascii_case.h"
+#include "platform/runtime_text.h"
 
 namespace tsaw::platform {
 namespace {

@@ -1,6 +1,6 @@
 #include "preprocessor/defines.h"
 
-#include "platform/ascii_case.h"
+#include "platform/runtime_text.h"
 
 namespace tsaw {
 

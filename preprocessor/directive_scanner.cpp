@@ -2,12 +2,12 @@
 
 #include <array>
 
-#include "preprocessor/text_lines.h"
+#include "platform/runtime_text.h"
 
 namespace tsaw {
 namespace {
 
-using preprocessor::TrimBlanks;
+using platform::Trim;
 
 // Indexed by TDirKind; index 0 is never tried.
 constexpr std::array<std::string_view, 7> kKeywords = {"",       "DEFINE", "UNDEF", "IFDEF",
@@ -73,7 +73,7 @@ TNextDirResult TDirScanner::Next(std::int64_t FromPos) {
   result.NextPos = static_cast<std::int64_t>(after_keyword) + 1;
   const std::size_t close = FindCloseBrace(after_keyword);
   if (close != std::string_view::npos) {
-    result.Name = TrimBlanks(text_.substr(after_keyword, close - after_keyword));
+    result.Name = Trim(text_.substr(after_keyword, close - after_keyword));
     result.Text = text_.substr(open, close - open + 1);
     result.NextPos = static_cast<std::int64_t>(close) + 2;
   }

@@ -2,13 +2,13 @@
 
 #include <vector>
 
-#include "preprocessor/text_lines.h"
+#include "platform/runtime_text.h"
 
 namespace tsaw {
 namespace {
 
-using preprocessor::SplitLineViews;
-using preprocessor::TrimBlanks;
+using platform::SplitLineViews;
+using platform::Trim;
 
 // `text` with every `what` removed, in one left-to-right pass (removals are not rescanned).
 std::string RemoveAll(std::string_view text, std::string_view what) {
@@ -26,9 +26,9 @@ std::string RemoveAll(std::string_view text, std::string_view what) {
 
 // True when the trimmed line contains `marker` and is blank once every `marker` is removed.
 bool OnlyMarkers(std::string_view line, std::string_view marker) {
-  const std::string_view trimmed = TrimBlanks(line);
+  const std::string_view trimmed = Trim(line);
   if (trimmed.find(marker) == std::string_view::npos) return false;
-  return TrimBlanks(RemoveAll(trimmed, marker)).empty();
+  return Trim(RemoveAll(trimmed, marker)).empty();
 }
 
 enum class LineFate { Keep, Delete, DeleteWithFollowingBlank };
@@ -55,7 +55,7 @@ std::vector<bool> SurvivingLines(const std::vector<std::string_view>& lines) {
     }
     keep[i] = false;
     if (fate == LineFate::DeleteWithFollowingBlank && !survivors.empty() &&
-        TrimBlanks(lines[survivors.back()]).empty()) {
+        Trim(lines[survivors.back()]).empty()) {
       keep[survivors.back()] = false;
       survivors.pop_back();
     }

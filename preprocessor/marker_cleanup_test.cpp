@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "preprocessor/text_lines.h"
+#include "platform/runtime_text.h"
 
 namespace tsaw {
 namespace {
 
-using preprocessor::JoinLines;
+using platform::JoinLines;
 
 struct CleanupCase {
   const char* name;

@@ -3,14 +3,14 @@
 #include <algorithm>
 
 #include "platform/debug_log.h"
+#include "platform/runtime_text.h"
 #include "preprocessor/marker_cleanup.h"
-#include "preprocessor/text_lines.h"
 
 namespace tsaw {
 namespace {
 
-using preprocessor::JoinLines;
-using preprocessor::SplitLines;
+using platform::JoinLines;
+using platform::SplitLines;
 
 using BlockList = std::vector<std::unique_ptr<TDirBlock>>;
 

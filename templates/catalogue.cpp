@@ -8,7 +8,7 @@
 
 #include "model/format.h"
 #include "model/variables.h"
-#include "platform/ascii_case.h"
+#include "platform/runtime_text.h"
 #include "platform/debug_log.h"
 #include "templates/defaults.h"
 

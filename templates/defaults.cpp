@@ -7,7 +7,7 @@
 #include "model/target_selection.h"
 #include "model/targets.h"
 #include "model/variables.h"
-#include "platform/ascii_case.h"
+#include "platform/runtime_text.h"
 #include "platform/debug_log.h"
 #include "templates/template_info.h"
 
