@@ -8,16 +8,10 @@
 #include "app/command.h"
 #include "platform/debug_log.h"
 
-namespace {
-
-constexpr const char* kVersion = "0.1.0";
-
-}  // namespace
-
 int main(int argc, char** argv) {
   using namespace tsaw::app;
   CLI::App cli{"tsaw - the Tessera Wizard: makes Project Sets from templates", "tsaw"};
-  cli.set_version_flag("--version", std::string("tsaw ") + kVersion);
+  cli.set_version_flag("--version", std::string("tsaw ") + TSAW_VERSION);
   cli.require_subcommand(0, 1);
   cli.fallthrough();  // --root and --debug may follow the command too
 
