@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include "platform/xdg_folders.h"
+
 namespace tsaw::platform {
 namespace {
 
@@ -39,14 +41,7 @@ std::unique_ptr<DebugSink> SetDebugSink(std::unique_ptr<DebugSink> sink) {
 }
 
 std::string DebugLogPath() {
-  std::filesystem::path base;
-  if (const char* state = std::getenv("XDG_STATE_HOME"); state && *state) {
-    base = state;
-  } else if (const char* home = std::getenv("HOME"); home && *home) {
-    base = std::filesystem::path(home) / ".local" / "state";
-  } else {
-    base = std::filesystem::temp_directory_path();
-  }
+  const std::filesystem::path base = XdgStateHome().value_or(std::filesystem::temp_directory_path());
   return (base / "tsaw" / "debug.log").string();
 }
 

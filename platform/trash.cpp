@@ -12,6 +12,7 @@
 #include <optional>
 
 #include "platform/debug_log.h"
+#include "platform/xdg_folders.h"
 
 namespace tsaw::platform {
 namespace fs = std::filesystem;
@@ -54,10 +55,7 @@ std::optional<dev_t> DeviceOf(const fs::path& path) {
 }
 
 std::optional<fs::path> HomeTrash() {
-  const char* data_home = std::getenv("XDG_DATA_HOME");
-  if (data_home && *data_home == '/') return fs::path(data_home) / "Trash";
-  const char* home = std::getenv("HOME");
-  if (home && *home == '/') return fs::path(home) / ".local/share/Trash";
+  if (auto data_home = XdgDataHome()) return *data_home / "Trash";
   return std::nullopt;
 }
 
