@@ -29,7 +29,7 @@ bench: deps
 	@cmake -S . -B $(BUILD)-bench -DCMAKE_BUILD_TYPE=Release -DTSAW_BUILD_TESTS=OFF -DTSAW_BUILD_BENCHMARKS=ON >/dev/null
 	@cmake --build $(BUILD)-bench -j $(JOBS) -- --no-print-directory
 	@scripts/bench.sh $(BUILD)-bench
-	@scripts/bench_create.sh $(BUILD)-bench/app/tsaw
+	@scripts/bench_create.py $(BUILD)-bench/app/tsaw --rows
 
 clean:
 	rm -rf $(BUILD) $(BUILD)-bench

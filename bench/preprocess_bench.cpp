@@ -69,6 +69,48 @@ void BM_Execute(benchmark::State& state) {
   }
   state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytes));
 }
-BENCHMARK(BM_Execute)->Arg(64 << 10)->Arg(256 << 10)->Arg(1 << 20)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Execute)->Arg(1 << 10)->Arg(64 << 10)->Arg(1 << 20)->Arg(16 << 20)->Unit(benchmark::kMillisecond);
+
+// ProcessText, as the creation run calls it, on `text`.
+void ProcessTextOf(benchmark::State& state, const std::string& text) {
+  tsaw::TqrxModelProcessor processor;
+  processor.Defines.Add("ddUseTLG", "1");
+  processor.Defines.Add("ddLogComments", "0");
+  for (auto _ : state) {
+    std::string out = processor.ProcessText(text, processor.Defines, true);
+    benchmark::DoNotOptimize(out.data());
+  }
+  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+}
+
+// A unit of the given size in one text, as the creation run hands it over.
+void BM_ProcessText(benchmark::State& state) {
+  std::string text = "unit MainUnit;\r\n\r\ninterface\r\n\r\nimplementation\r\n\r\n";
+  while (text.size() < static_cast<std::size_t>(state.range(0))) {
+    for (const std::string& line : kProcedure) text.append(line).append("\r\n");
+  }
+  ProcessTextOf(state, text + "end.\r\n");
+}
+BENCHMARK(BM_ProcessText)->Arg(1 << 10)->Arg(1 << 20)->Arg(100 << 20)->Unit(benchmark::kMillisecond);
+
+// Blocks one after the other, each on its own line.
+void BM_BlocksInARow(benchmark::State& state) {
+  std::string text;
+  for (std::int64_t i = 0; i < state.range(0); ++i) {
+    text += i % 2 ? "{$IFDEF ddUseTLG}\r\n  Log('x');\r\n{$ENDIF}\r\n" : "x := 1;{$IFNDEF ddLogComments} // c{$ENDIF}\r\n";
+  }
+  ProcessTextOf(state, text);
+}
+BENCHMARK(BM_BlocksInARow)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// Blocks nested inside one another, as deep as the argument, around 64 KB of code.
+void BM_Nested(benchmark::State& state) {
+  std::string text;
+  for (std::int64_t i = 0; i < state.range(0); ++i) text += i % 2 ? "{$IFDEF ddUseTLG}\r\n" : "{$IFNDEF ddLogComments}\r\n";
+  while (text.size() < (64 << 10)) text += "  x := x + 1; // plain code inside the innermost block\r\n";
+  for (std::int64_t i = 0; i < state.range(0); ++i) text += "{$ENDIF}\r\n";
+  ProcessTextOf(state, text);
+}
+BENCHMARK(BM_Nested)->Arg(10)->Arg(100)->Arg(250)->Unit(benchmark::kMillisecond);
 
 }  // namespace

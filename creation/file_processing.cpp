@@ -45,7 +45,7 @@ TFileOutcome CopyPlain(TRunContext& run, const fs::path& source, const fs::path&
 }
 
 // The expansion of a file's text with the quoting its kind needs.
-std::string Expanded(TRunContext& run, const std::string& text, const std::string& ext) {
+std::string Expanded(TRunContext& run, std::string text, const std::string& ext) {
   std::vector<std::string> pairs;
   if (ext == ".rc") {
     run.Report("      Replacing double-quotes while expanding variables...");
@@ -58,17 +58,20 @@ std::string Expanded(TRunContext& run, const std::string& text, const std::strin
   }
   // Every reference holds a '#' or an identifier token, which begins with "vr".
   if (text.find('#') == std::string::npos && text.find("vr") == std::string::npos) return text;
+  if (!run.expansion) run.expansion = std::make_unique<TExpansionTable>(run.wizard);
   std::string result;
-  if (ExpandVar(run.wizard, text, false, result, pairs) == TExpandOutcome::StoppedAtBound) {
+  if (ExpandVar(*run.expansion, text, false, result, pairs) == TExpandOutcome::StoppedAtBound) {
     run.Report("      WARNING: Variables are still referred to after the last expansion pass.");
   }
   return result;
 }
 
 // The preprocessor's Execute on the lines of `text`, without splitting it into lines first.
-std::string Preprocessed(TRunContext& run, const std::string& text) {
+std::string Preprocessed(TRunContext& run, std::string text) {
   if (text.empty()) return text;
-  return platform::WithCrLfLines(run.processor->ProcessText(text, run.processor->Defines, true));
+  text = run.processor->ProcessText(text, run.processor->Defines, true);
+  platform::MakeCrLfLines(text);
+  return text;
 }
 
 TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path& dest,
@@ -80,8 +83,9 @@ TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path
     return Fail(run, "      ERROR: DFM is in binary format. Only text DFMs are supported: '" +
                          source.string() + "'");
   }
-  const TTextFile file = DecodeText(*bytes);
-  std::string text = platform::WithCrLfLines(Expanded(run, file.Text, ext));
+  TTextFile file = DecodeText(std::move(*bytes));
+  std::string text = Expanded(run, std::move(file.Text), ext);
+  platform::MakeCrLfLines(text);
   const bool settings = InList(kProjectSettings, ext);
   if (settings || ext == ".dfm") {
     std::vector<std::string> lines = SplitLines(text);
@@ -92,10 +96,12 @@ TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path
   }
   const bool aware = InList(kDirectiveAware, ext);
   run.Report(std::string("      Is directive-aware? ") + YesNo(aware));
-  if (aware) text = Preprocessed(run, text);
+  if (aware) text = Preprocessed(run, std::move(text));
   if (run.aborted) return TFileOutcome::Aborted;
   run.Report("      Saving file to destination folder...");
-  if (!WriteFileBytes(dest, EncodeText(text, file.Encoding), &error)) {
+  // UTF-8 text is written as it stands; only Windows-1252 needs encoding back.
+  const std::string encoded = file.Encoding == TTextEncoding::Utf8 ? std::string() : EncodeText(text, file.Encoding);
+  if (!WriteFileBytes(dest, file.Encoding == TTextEncoding::Utf8 ? text : encoded, &error)) {
     return Fail(run, "      ERROR: File could not be saved: " + error);
   }
   return TFileOutcome::Processed;

@@ -10,6 +10,7 @@
 
 #include "creation/dci.h"
 #include "creation/run_observer.h"
+#include "model/expand.h"
 #include "model/wizard.h"
 #include "platform/trash.h"
 #include "preprocessor/model_processor.h"
@@ -25,6 +26,8 @@ struct TRunContext {
   TDciGenerator& dci;
   platform::Trash& trash;
   std::unique_ptr<TqrxModelProcessor> processor;
+  // The variable table made ready for the files' expansions, once the run writes.
+  std::unique_ptr<TExpansionTable> expansion;
 
   std::vector<std::string> report;
   std::string stop_reason;  // why the run stopped before finishing, for the command line

@@ -3,6 +3,7 @@
 // case-sensitive; every replacement replaces all occurrences, left to right.
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,6 +30,26 @@ enum class TExpandOutcome { Complete, StoppedAtBound };
 // replacements applied to each value before it is inserted; an odd count is ignored. Sub-items
 // are found by the names and tokens that ResizePinSubArray gives them.
 TExpandOutcome ExpandVar(const TWizard& wizard, std::string_view s, bool one_pass, std::string& res,
+                         const std::vector<std::string>& pairs = {});
+class TTokenIndex;
+
+// The variable table's names and tokens made ready for many expansions, such as those of a
+// creation run's files. Values may change between expansions; names, tokens, the plug-in count
+// and the table itself must not while it is in use. The wizard must outlive it.
+class TExpansionTable {
+ public:
+  explicit TExpansionTable(const TWizard& wizard);
+  ~TExpansionTable();
+  TExpansionTable(const TExpansionTable&) = delete;
+  TExpansionTable& operator=(const TExpansionTable&) = delete;
+  const TTokenIndex& Index() const { return *index_; }
+
+ private:
+  std::unique_ptr<TTokenIndex> index_;
+};
+
+// ExpandVar over a prepared table: the same result, without preparing the table each time.
+TExpandOutcome ExpandVar(const TExpansionTable& table, std::string_view s, bool one_pass, std::string& res,
                          const std::vector<std::string>& pairs = {});
 // Convenience: the full expansion of `s`.
 std::string ExpandVar(const TWizard& wizard, std::string_view s);

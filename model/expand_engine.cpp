@@ -6,6 +6,7 @@
 
 #include "model/expand.h"
 #include "model/expand_index.h"
+#include "model/expand_scan.h"
 #include "model/variables.h"
 #include "platform/debug_log.h"
 
@@ -184,6 +185,9 @@ std::string Expander::Result() const {
 
 TExpandOutcome ExpandWithIndex(const TTokenIndex& index, std::string_view s, bool one_pass, std::string& res,
                                const std::vector<std::string>& pairs) {
+  if (ExpandInOneScan(index, s, pairs, kMinSizeBound + kSizeBoundFactor * s.size(), res)) {
+    return TExpandOutcome::Complete;
+  }
   Expander expander(index, pairs, s);
   const TExpandOutcome outcome = expander.Run(one_pass);
   res = expander.Result();
@@ -198,6 +202,20 @@ TExpandOutcome ExpandVar(const TWizard& wizard, std::string_view s, bool one_pas
     return TExpandOutcome::Complete;
   }
   const TTokenIndex index(wizard);
+  return ExpandWithIndex(index, s, one_pass, res, pairs);
+}
+
+TExpansionTable::TExpansionTable(const TWizard& wizard) : index_(std::make_unique<TTokenIndex>(wizard)) {}
+TExpansionTable::~TExpansionTable() = default;
+
+TExpandOutcome ExpandVar(const TExpansionTable& table, std::string_view s, bool one_pass, std::string& res,
+                         const std::vector<std::string>& pairs) {
+  platform::ScopedRoutine routine("TSaW_Common.ExpandVar");
+  const TTokenIndex& index = table.Index();
+  if (index.plain_tokens() && s.find('#') == std::string_view::npos && s.find("vr") == std::string_view::npos) {
+    res.assign(s);
+    return TExpandOutcome::Complete;
+  }
   return ExpandWithIndex(index, s, one_pass, res, pairs);
 }
 

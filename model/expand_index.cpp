@@ -115,12 +115,27 @@ void TTokenIndex::AddVariable(uint16_t v) {
     if (!added) next_same_token_[v] = std::exchange(it->second, v);
     token_lengths_.push_back(token.size());
   }
+  AddBytes(variable);
   const uint16_t plugin_count = wizard_.RunData ? wizard_.RunData->PluginCount : 0;
   if (variable.IsPluginArray && plugin_count > 0 && variable.Pins.size() > 1) {
     pin_bound_[v] = static_cast<uint16_t>(std::min<size_t>(plugin_count, variable.Pins.size() - 1));
     item_count_ += pin_bound_[v];
     pin_vars_.push_back(v);
+    for (int n = 1; n <= pin_bound_[v]; ++n) {
+      if (const TVariableItem* item = PinItem(v, n)) AddBytes(*item);
+    }
   }
+}
+
+void TTokenIndex::AddBytes(const TVariableItem& item) {
+  if (item.Name.find('#') != std::string::npos || item.Token.find('#') != std::string::npos ||
+      (!item.Token.empty() && !item.Token.starts_with("vr"))) {
+    plain_tokens_ = false;
+  }
+  longest_name_ = std::max(longest_name_, item.Name.size());
+  longest_token_ = std::max(longest_token_, item.Token.size());
+  for (const char c : item.Name) name_bytes_[static_cast<unsigned char>(c)] = true;
+  for (const char c : item.Token) token_bytes_[static_cast<unsigned char>(c)] = true;
 }
 
 const TVariableItem* TTokenIndex::PinItem(uint16_t v, int n) const {
@@ -212,6 +227,37 @@ TTokenHit TTokenIndex::FindFirstIdent(std::string_view text, uint16_t v) const {
   }
   if (best > 0) return TTokenHit{true, best, PinItem(v, best)->Token};
   return {};
+}
+
+bool TTokenIndex::NameItem(std::string_view span, TItemMatch& match) const {
+  if (span.empty() || span.size() > longest_name_) return false;
+  match = TItemMatch{};
+  if (const auto it = first_by_name_.find(span); it != first_by_name_.end()) match.var = it->second;
+  if (const int n = PinNumberInName(span); n > 0) {
+    for (uint16_t v : pin_vars_) {
+      if (match.var != 0 && v >= match.var) break;
+      const TVariableItem* item = PinItem(v, n);
+      if (item && item->Name == span) match = TItemMatch{v, n, 0};
+    }
+  }
+  match.length = span.size() + 2;
+  return match.var != 0;
+}
+
+void TTokenIndex::TokenItemsAt(std::string_view text, size_t pos, std::vector<TItemMatch>& out) const {
+  out.clear();
+  for (size_t length : token_lengths_) {
+    if (pos + length > text.size()) break;
+    if (const auto it = first_by_token_.find(text.substr(pos, length)); it != first_by_token_.end()) {
+      out.push_back({it->second, 0, length});
+    }
+  }
+  ForEachPinNumberAt(text, pos, [&](int n) {
+    for (uint16_t v : pin_vars_) {
+      const TVariableItem* item = PinItem(v, n);
+      if (item && TokenAt(text, pos, item->Token)) out.push_back({v, n, item->Token.size()});
+    }
+  });
 }
 
 bool MayHoldReference(const TWizard& wizard, std::string_view s) {

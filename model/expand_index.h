@@ -5,6 +5,7 @@
 // Sub-items are recognised by their number: their names hold "Plugin[n]" and their tokens begin
 // with "vrPlugin" + n or "vrPlugin[n]", as ResizePinSubArray makes them.
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -15,6 +16,13 @@
 #include "model/wizard.h"
 
 namespace tsaw {
+
+// One item whose name or token stands at a place of a text.
+struct TItemMatch {
+  uint16_t var = 0;
+  int plugin = 0;  // 0 for the variable's own name or token
+  size_t length = 0;
+};
 
 // One token of one variable found in a text.
 struct TTokenHit {
@@ -45,8 +53,23 @@ class TTokenIndex {
   // the lowest number.
   TTokenHit FindFirst(std::string_view text, uint16_t v, TFindMode mode) const;
 
+  // What a scan of the whole text in one go relies on: every name free of '#', every token
+  // beginning with "vr" and free of '#'.
+  bool plain_tokens() const { return plain_tokens_; }
+  size_t longest_name() const { return longest_name_; }
+  size_t longest_token() const { return longest_token_; }
+  // Whether some name, or some token, holds the byte.
+  bool InSomeName(char c) const { return name_bytes_[static_cast<unsigned char>(c)]; }
+  bool InSomeToken(char c) const { return token_bytes_[static_cast<unsigned char>(c)]; }
+  // The item whose name is exactly `span` that the passes replace first (lowest variable, its
+  // own name before its sub-items'); false when there is none.
+  bool NameItem(std::string_view span, TItemMatch& match) const;
+  // Every item whose token begins at `pos` (which holds "vr"), into `out`.
+  void TokenItemsAt(std::string_view text, size_t pos, std::vector<TItemMatch>& out) const;
+
  private:
   void AddVariable(uint16_t v);
+  void AddBytes(const TVariableItem& item);
   void CollectNames(std::string_view text, uint16_t above, std::vector<uint16_t>& out) const;
   void CollectIdents(std::string_view text, uint16_t above, std::vector<uint16_t>& out) const;
   const TVariableItem* PinItem(uint16_t v, int n) const;
@@ -57,6 +80,11 @@ class TTokenIndex {
   uint16_t last_ = 0;
   uint32_t item_count_ = 0;
   bool lines_independent_ = true;
+  bool plain_tokens_ = true;
+  size_t longest_name_ = 0;
+  size_t longest_token_ = 0;
+  std::array<bool, 256> name_bytes_{};
+  std::array<bool, 256> token_bytes_{};
   std::vector<uint16_t> pin_bound_;
   std::vector<uint16_t> pin_vars_;     // variables with searched sub-items
   std::vector<uint16_t> slow_names_;   // names holding '#': searched directly

@@ -2,7 +2,9 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <system_error>
 
@@ -78,9 +80,23 @@ size_t DecodeUtf8At(std::string_view s, size_t pos, char32_t& cp) {
   return length;
 }
 
+// Eight bytes at a time while they are all ASCII, which source text nearly always is.
+size_t AsciiPrefix(std::string_view s, size_t pos) {
+  constexpr uint64_t kHighBits = 0x8080808080808080ull;
+  for (uint64_t word = 0; pos + 8 <= s.size(); pos += 8) {
+    std::memcpy(&word, s.data() + pos, 8);
+    if (word & kHighBits) break;
+  }
+  return pos;
+}
+
 bool IsValidUtf8(std::string_view s) {
   char32_t cp = 0;
-  for (size_t pos = 0; pos < s.size();) {
+  for (size_t pos = AsciiPrefix(s, 0); pos < s.size();) {
+    if (static_cast<unsigned char>(s[pos]) < 0x80) {
+      pos = AsciiPrefix(s, pos + 1);
+      continue;
+    }
     const size_t length = DecodeUtf8At(s, pos, cp);
     if (length == 0) return false;
     pos += length;
@@ -117,6 +133,11 @@ struct FileCloser {
 
 TTextFile DecodeText(std::string_view bytes) {
   if (IsValidUtf8(bytes)) return {std::string(bytes), TTextEncoding::Utf8};
+  return {Cp1252ToUtf8(bytes), TTextEncoding::Windows1252};
+}
+
+TTextFile DecodeText(std::string&& bytes) {
+  if (IsValidUtf8(bytes)) return {std::move(bytes), TTextEncoding::Utf8};
   return {Cp1252ToUtf8(bytes), TTextEncoding::Windows1252};
 }
 

@@ -23,6 +23,8 @@ struct TTextFile {
 // text back gives the same bytes), anything else is read as Windows-1252, whose 256 bytes all
 // decode to distinct characters.
 TTextFile DecodeText(std::string_view bytes);
+// The same, taking over the bytes' memory when they are UTF-8.
+TTextFile DecodeText(std::string&& bytes);
 // Encodes UTF-8 text for writing; characters Windows-1252 lacks, and bytes that are not UTF-8,
 // become '?'.
 std::string EncodeText(std::string_view utf8, TTextEncoding encoding);

@@ -84,6 +84,30 @@ TEST(TextFileTest, JoinsWithCrLfAndRoundTrips) {
   EXPECT_EQ(JoinLines({}), "");
 }
 
+// The word-at-a-time scan over ASCII must still see a bad or a multi-byte sequence at any offset.
+TEST(TextFileTest, FindsTheFirstNonAsciiByteAtEveryOffset) {
+  for (size_t offset = 0; offset < 20; ++offset) {
+    const std::string ascii(offset, 'a');
+    EXPECT_EQ(DecodeText(ascii + "\xC2\xB6" + ascii).Encoding, TTextEncoding::Utf8) << offset;
+    const TTextFile bad = DecodeText(std::string(ascii + "\xB6" + ascii));
+    EXPECT_EQ(bad.Encoding, TTextEncoding::Windows1252) << offset;
+    EXPECT_EQ(bad.Text, ascii + "\xC2\xB6" + ascii) << offset;
+  }
+}
+
+// MakeCrLfLines keeps text whose lines all end in CR LF and otherwise gives WithCrLfLines.
+TEST(TextFileTest, NormalisesLineEndsOnlyWhereNeeded) {
+  const char* const cases[] = {"",           "\r\n",       "a\r\nb\r\n",  "a",     "a\r\nb",  "a\nb\r\n",
+                               "a\r\r\n",      "a\n\r\n",    "\r",          "\n",     "a\n\rb", "\r\n\r\n\n",
+                               "x\r\n\r\nz\r\n", "a\rb\nc\r\n"};
+  for (const std::string text : cases) {
+    std::string normalised = text;
+    platform::MakeCrLfLines(normalised);
+    EXPECT_EQ(normalised, platform::WithCrLfLines(text)) << "'" << text << "'";
+    EXPECT_EQ(platform::HasCrLfLines(text), normalised == text) << "'" << text << "'";
+  }
+}
+
 TEST(TextFileTest, WritesAndReadsBytesExactly) {
   testing::TempDir dir;
   const auto path = dir.path() / "bytes.bin";

@@ -48,5 +48,9 @@ std::vector<std::string> SplitLines(std::string_view text);
 std::string JoinLines(const std::vector<std::string>& lines);
 // `text` with every line ending in CR LF: JoinLines(SplitLines(text)) without a string per line.
 std::string WithCrLfLines(std::string_view text);
+// True when WithCrLfLines(text) would give `text` back: every line already ends in CR LF.
+bool HasCrLfLines(std::string_view text);
+// Makes `text` WithCrLfLines(text), copying it only when some line does not end in CR LF yet.
+void MakeCrLfLines(std::string& text);
 
 }  // namespace tsaw::platform

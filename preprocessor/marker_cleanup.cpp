@@ -63,21 +63,33 @@ std::vector<bool> SurvivingLines(const std::vector<std::string_view>& lines) {
   return keep;
 }
 
-}  // namespace
-
-std::vector<std::string> CleanUpMarkers(std::string_view text) {
+// Calls `line(text)` for each remaining line, markers stripped.
+template <typename OnLine>
+void ForEachCleanLine(std::string_view text, OnLine&& line) {
   const std::vector<std::string_view> lines = SplitLineViews(text);
   const std::vector<bool> keep = SurvivingLines(lines);
-  std::vector<std::string> result;
-  result.reserve(lines.size());
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (!keep[i]) continue;
     if (lines[i].find("{remove_me_") == std::string_view::npos) {
-      result.emplace_back(lines[i]);
+      line(lines[i]);
     } else {
-      result.push_back(RemoveAll(RemoveAll(lines[i], kMarkerA), kMarkerB));
+      line(RemoveAll(RemoveAll(lines[i], kMarkerA), kMarkerB));
     }
   }
+}
+
+}  // namespace
+
+std::vector<std::string> CleanUpMarkers(std::string_view text) {
+  std::vector<std::string> result;
+  ForEachCleanLine(text, [&result](std::string_view line) { result.emplace_back(line); });
+  return result;
+}
+
+std::string CleanUpMarkersToText(std::string_view text) {
+  std::string result;
+  result.reserve(text.size() + 2);
+  ForEachCleanLine(text, [&result](std::string_view line) { result.append(line).append("\r\n"); });
   return result;
 }
 

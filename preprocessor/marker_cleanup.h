@@ -17,5 +17,7 @@ inline constexpr std::string_view kMarkerB = "{remove_me_b}";
 // now follows it), else one blank without its "{remove_me_b}"s, else one blank without its
 // "{remove_me_a}"s. Returns the remaining lines with every marker stripped.
 std::vector<std::string> CleanUpMarkers(std::string_view text);
+// The same lines, each followed by CR LF.
+std::string CleanUpMarkersToText(std::string_view text);
 
 }  // namespace tsaw

@@ -37,6 +37,7 @@ TEST(MarkerCleanupTest, RemovesLinesThatHeldOnlyDirectives) {
   };
   for (const CleanupCase& c : cases) {
     EXPECT_EQ(JoinLines(CleanUpMarkers(c.text)), c.expected) << c.name;
+    EXPECT_EQ(CleanUpMarkersToText(c.text), c.expected) << c.name;
   }
 }
 

@@ -9,7 +9,6 @@
 namespace tsaw {
 namespace {
 
-using platform::JoinLines;
 using platform::SplitLines;
 
 using BlockList = std::vector<std::unique_ptr<TDirBlock>>;
@@ -249,7 +248,7 @@ std::string TqrxModelProcessor::ProcessText(std::string_view InputText, TDefines
   std::string out;
   out.reserve(InputText.size());
   const bool markers_used = TextPass(Blocks, Defines, InputText, InputText, 0).Run(out);
-  if (RemoveMarkers && markers_used && !out.empty()) return JoinLines(CleanUpMarkers(out));
+  if (RemoveMarkers && markers_used && !out.empty()) return CleanUpMarkersToText(out);
   return out;
 }
 

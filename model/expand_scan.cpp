@@ -1,0 +1,210 @@
+// The single scan and the conditions under which it gives what the passes give:
+// 1. Every name is free of '#' and every token begins with "vr" and is free of '#', so '#' and
+//    "vr" mark every place where a reference can stand.
+// 2. No two references in the text overlap; each is then replaced whatever the order.
+// 3. No inserted value holds a '#' or a "vr", and no "vr" can arise where a value meets its
+//    neighbours, so every "#" and "vr" of every intermediate text stands in the original text.
+// 4. No reference can be made up around a value: a name needs a '#' before and after a replaced
+//    reference with only bytes of names between them; a token needs a "vr" followed, up to the
+//    next reference, by bytes of tokens only. Either declines the scan.
+// Then no text between the passes' steps holds a reference that the original text did not hold,
+// each step replaces exactly the original references of its token, and one pass ends it all.
+
+#include "model/expand_scan.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "model/variables.h"
+
+namespace tsaw {
+namespace {
+
+constexpr std::string_view kPairMarker = "[tEmP.sTr]";
+
+struct Occurrence {
+  size_t start = 0;
+  size_t end = 0;
+  const TVariableItem* item = nullptr;
+  bool ident = false;
+};
+
+bool ByStart(const Occurrence& a, size_t pos) { return a.start < pos; }
+
+// The match a search in number order reaches first: the lowest variable, its own name or
+// token before its sub-items', then the lowest sub-item.
+bool Before(const TItemMatch& a, const TItemMatch& b) {
+  if (a.var != b.var) return a.var < b.var;
+  return a.plugin < b.plugin;
+}
+
+class OneScan {
+ public:
+  OneScan(const TTokenIndex& index, std::string_view text, const std::vector<std::string>& pairs)
+      : index_(index), wizard_(index.wizard()), text_(text), pairs_(pairs) {}
+
+  bool Run(size_t size_bound, std::string& res) {
+    if (!index_.plain_tokens() || !CollectNames() || !CollectTokens() || !Merge()) return false;
+    if (!NoNameCanForm() || !NoTokenCanForm()) return false;
+    std::string out;
+    if (!Build(size_bound, out)) return false;
+    res = std::move(out);
+    return true;
+  }
+
+ private:
+  const TVariableItem* ItemOf(const TItemMatch& match) const {
+    if (match.plugin > 0) return wizard_.Variables[match.var].Pins[match.plugin].get();
+    return &CurrentItem(wizard_, match.var);
+  }
+
+  bool CollectNames() {
+    for (size_t at = text_.find('#'); at != std::string_view::npos; at = text_.find('#', at + 1)) {
+      hashes_.push_back(at);
+    }
+    name_gap_.assign(hashes_.empty() ? 0 : hashes_.size() - 1, false);
+    TItemMatch match;
+    for (size_t i = 0; i < name_gap_.size(); ++i) {
+      const size_t open = hashes_[i];
+      if (!index_.NameItem(text_.substr(open + 1, hashes_[i + 1] - open - 1), match)) continue;
+      name_gap_[i] = true;
+      names_.push_back({open, hashes_[i + 1] + 1, ItemOf(match), false});
+    }
+    return true;
+  }
+
+  bool CollectTokens() {
+    std::vector<TItemMatch> matches;
+    for (size_t at = text_.find("vr"); at != std::string_view::npos; at = text_.find("vr", at + 1)) {
+      vrs_.push_back(at);
+      index_.TokenItemsAt(text_, at, matches);
+      if (matches.empty()) continue;
+      const TItemMatch* first = &matches.front();
+      for (const TItemMatch& match : matches) {
+        if (match.length != first->length) return false;  // two tokens overlap
+        if (Before(match, *first)) first = &match;
+      }
+      idents_.push_back({at, at + first->length, ItemOf(*first), true});
+    }
+    return true;
+  }
+
+  bool Merge() {
+    all_.resize(names_.size() + idents_.size());
+    std::merge(names_.begin(), names_.end(), idents_.begin(), idents_.end(), all_.begin(),
+               [](const Occurrence& a, const Occurrence& b) { return a.start < b.start; });
+    for (size_t i = 1; i < all_.size(); ++i) {
+      if (all_[i].start < all_[i - 1].end) return false;
+    }
+    return true;
+  }
+
+  // True when every byte between `from` and `to` outside the references is one that some name
+  // holds; `has_reference` tells whether a reference lies between them.
+  bool OnlyNameBytes(size_t from, size_t to, bool& has_reference) const {
+    auto occurrence = std::lower_bound(all_.begin(), all_.end(), from, ByStart);
+    has_reference = occurrence != all_.end() && occurrence->start < to;
+    for (size_t at = from; at < to;) {
+      if (occurrence != all_.end() && occurrence->start == at) {
+        at = (occurrence++)->end;
+      } else if (!index_.InSomeName(text_[at++])) {
+        return false;
+      }
+    }
+    return true;
+  }
+
+  // The text between two '#' marks can turn into a name only around a replaced reference.
+  bool NoNameCanForm() const {
+    bool has_reference = false;
+    const auto name_like = [&](size_t gap) {
+      return OnlyNameBytes(hashes_[gap] + 1, hashes_[gap + 1], has_reference);
+    };
+    for (size_t gap = 0; gap < name_gap_.size(); ++gap) {
+      if (name_gap_[gap]) {
+        if (gap > 0 && gap + 1 < name_gap_.size() && name_like(gap - 1) && name_like(gap + 1)) return false;
+      } else if (name_like(gap) && has_reference) {
+        return false;
+      }
+    }
+    return true;
+  }
+
+  // A token beginning at a "vr" of the text can take in a replaced value only when the bytes up
+  // to the next reference could all belong to it.
+  bool NoTokenCanForm() const {
+    auto next = all_.begin();
+    for (const size_t at : vrs_) {
+      while (next != all_.end() && next->start <= at) ++next;
+      if (next == all_.end()) return true;
+      if (next->start - at >= index_.longest_token()) continue;
+      const std::string_view between = text_.substr(at, next->start - at);
+      if (std::all_of(between.begin(), between.end(), [this](char c) { return index_.InSomeToken(c); })) {
+        return false;
+      }
+    }
+    return true;
+  }
+
+  std::string_view ValueOf(const Occurrence& occurrence) {
+    if (occurrence.ident) return occurrence.item->IdfValue;
+    if (pairs_.empty() || pairs_.size() % 2 != 0) return occurrence.item->Value;
+    for (const auto& [item, value] : paired_) {
+      if (item == occurrence.item) return value;
+    }
+    std::string value = occurrence.item->Value;
+    for (size_t i = 0; i < pairs_.size(); i += 2) {
+      value = ReplaceAll(ReplaceAll(value, pairs_[i], kPairMarker), kPairMarker, pairs_[i + 1]);
+    }
+    return paired_.emplace_back(occurrence.item, std::move(value)).second;
+  }
+
+  // False when the value could bring in a "#" or a "vr", or join its neighbours into a "vr".
+  bool Insertable(const Occurrence& occurrence, std::string_view value) const {
+    if (value.find('#') != std::string_view::npos || value.find("vr") != std::string_view::npos) return false;
+    const char before = occurrence.start > 0 ? text_[occurrence.start - 1] : '\0';
+    const char after = occurrence.end < text_.size() ? text_[occurrence.end] : '\0';
+    if (value.empty()) return before != 'v' && after != 'r';
+    return !(value.front() == 'r' && before == 'v') && !(value.back() == 'v' && after == 'r');
+  }
+
+  bool Append(std::string& out, std::string_view piece, size_t size_bound) const {
+    if (piece.empty()) return true;
+    if (!out.empty() && out.back() == 'v' && piece.front() == 'r') return false;
+    if (out.size() + piece.size() > size_bound) return false;
+    out.append(piece);
+    return true;
+  }
+
+  bool Build(size_t size_bound, std::string& out) {
+    out.reserve(text_.size() + text_.size() / 4);
+    size_t pos = 0;
+    for (const Occurrence& occurrence : all_) {
+      const std::string_view value = ValueOf(occurrence);
+      if (!Insertable(occurrence, value)) return false;
+      if (!Append(out, text_.substr(pos, occurrence.start - pos), size_bound)) return false;
+      if (!Append(out, value, size_bound)) return false;
+      pos = occurrence.end;
+    }
+    return Append(out, text_.substr(pos), size_bound);
+  }
+
+  const TTokenIndex& index_;
+  const TWizard& wizard_;
+  std::string_view text_;
+  const std::vector<std::string>& pairs_;
+  std::vector<size_t> hashes_;
+  std::vector<bool> name_gap_;  // per pair of neighbouring '#': the text between is a reference
+  std::vector<size_t> vrs_;
+  std::vector<Occurrence> names_, idents_, all_;
+  std::vector<std::pair<const TVariableItem*, std::string>> paired_;
+};
+
+}  // namespace
+
+bool ExpandInOneScan(const TTokenIndex& index, std::string_view s, const std::vector<std::string>& pairs,
+                     size_t size_bound, std::string& res) {
+  return OneScan(index, s, pairs).Run(size_bound, res);
+}
+
+}  // namespace tsaw
