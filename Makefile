@@ -30,6 +30,7 @@ bench: deps
 	@cmake --build $(BUILD)-bench -j $(JOBS) -- --no-print-directory
 	@scripts/bench.sh $(BUILD)-bench
 	@scripts/bench_create.py $(BUILD)-bench/app/tsaw --rows
+	@scripts/bench_update.sh $(BUILD)-bench/app/tsaw
 
 clean:
 	rm -rf $(BUILD) $(BUILD)-bench

@@ -12,16 +12,15 @@
 #include <vector>
 
 #include "app/command.h"
+#include "app/create_answers.h"
 #include "app/root.h"
 #include "creation/creation_run.h"
 #include "creation/report.h"
-#include "jobs/job_loader.h"
+#include "generations/record.h"
 #include "jobs/job_writer.h"
 #include "jobs/session.h"
 #include "model/format.h"
 #include "pages/validate_all.h"
-#include "templates/catalogue.h"
-#include "templates/defaults.h"
 
 namespace tsaw::app {
 namespace {
@@ -36,6 +35,7 @@ struct CreateOptions {
   std::string config;
   std::vector<std::string> sets;
   bool dry_run = false;
+  bool no_record = false;
   std::string save_job;
 };
 
@@ -77,33 +77,10 @@ class TerminalProgress : public creation::TRunObserver {
   creation::TCreationRun* run_ = nullptr;
 };
 
-// Selects the Job's or the named template and applies the defaults, configuration and --set
-// layers. Returns what is wrong, or an empty text.
+// Checks --config, then chooses the answers. Returns what is wrong, or an empty text.
 std::string SelectTemplate(TWizard& wizard, const CreateOptions& options) {
-  if (!options.config.empty()) {
-    if (options.config.find_first_of("/\\") != std::string::npos) return "--config takes a name, not a path";
-    if (!std::filesystem::is_regular_file(wizard.ConfigFile)) return "no configuration file " + wizard.ConfigFile;
-  }
-  TCatalogue catalogue(wizard);
-  if (!options.job.empty()) {
-    if (std::string error = Load_Job(wizard, options.job); !error.empty()) return error;
-    catalogue.Open();
-  } else {
-    catalogue.Refresh_Tree();
-    std::string path = wizard.TemplatesFolder + options.template_path;
-    while (!path.empty() && path.back() == '/') path.pop_back();
-    TCatalogueNode* node = catalogue.Find_Node(path);
-    if (!node) return "no template '" + options.template_path + "' in " + wizard.TemplatesFolder;
-    catalogue.Select(node);
-  }
-  if (!catalogue.PageValid()) return "the selected template is not valid (see `tsaw validate`)";
-  std::vector<std::pair<std::string, std::string>> values;
-  for (const std::string& set : options.sets) {
-    const auto equals = set.find('=');
-    if (equals == std::string::npos || equals == 0) return "--set takes NAME=VALUE, not '" + set + "'";
-    values.emplace_back(set.substr(0, equals), set.substr(equals + 1));
-  }
-  return values.empty() ? std::string() : Apply_Value_Overrides(wizard, values);
+  if (std::string error = CheckConfigName(wizard, options.config); !error.empty()) return error;
+  return ChooseAnswers(wizard, options.job, options.template_path, options.sets);
 }
 
 int Report(creation::TRunOutcome outcome, const creation::TCreationRun& run, const TWizard& wizard,
@@ -146,6 +123,12 @@ int RunCreate(const CreateOptions& options, const GlobalOptions& global) {
   const creation::TRunOutcome outcome = run.Start(options.dry_run);
   std::signal(SIGINT, previous);
   progress.Done();
+  if (outcome == creation::TRunOutcome::Finished && !options.dry_run && !options.no_record) {
+    if (std::string error = generations::RecordCreation(wizard, run.ProjectSetFolder()); !error.empty()) {
+      std::cerr << "tsaw: create: warning: this creation was not recorded, so `tsaw update` cannot use it: " << error
+                << "\n";
+    }
+  }
   const int status = Report(outcome, run, wizard, options.dry_run);
   if (status != kExitOk || options.save_job.empty()) return status;
   if (std::string error = Save_Job(wizard, options.save_job, TOverwrite::Confirmed); !error.empty()) {
@@ -169,6 +152,8 @@ Command MakeCreateCommand() {
             sub.add_option("--config", options->config, "The configuration to use (TSaW.NAME.ini)");
             sub.add_option("--set", options->sets, "One more default value, NAME=VALUE (repeatable)");
             sub.add_flag("--dry-run", options->dry_run, "Count only; write nothing into the output folder");
+            sub.add_flag("--no-record", options->no_record,
+                         "Do not remember this creation (a throw-away run that `tsaw update` cannot use)");
             sub.add_option("--save-job", options->save_job, "Save the answers as a Job after a finished run");
             return [options, &global] {
               if (options->job.empty() && options->template_path.empty()) {

@@ -20,6 +20,7 @@ class CreateCommandTest : public ::testing::Test {
  protected:
   void SetUp() override {
     setenv("XDG_DATA_HOME", (dir_.path() / "data").c_str(), 1);
+    setenv("XDG_STATE_HOME", (dir_.path() / "state").c_str(), 1);
     std::string targets;
     for (const char* key : {"Delphi.5.Win32", "Delphi.6.Win32", "Delphi.8.VclNet", "Delphi.8.NetFcl",
                             "Delphi.2005.Win32", "Delphi.2005.VclNet", "Delphi.2005.NetFcl", "Delphi.2006.Win32",

@@ -36,6 +36,7 @@ Command MakePreprocessCommand();
 Command MakeTemplatesCommand();
 Command MakeValidateCommand();
 Command MakeCreateCommand();
+Command MakeUpdateCommand();
 Command MakeGuiCommand();
 
 // The command that runs when none is named.

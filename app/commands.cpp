@@ -9,6 +9,7 @@ const std::vector<Command>& Commands() {
       MakeTemplatesCommand(),
       MakeValidateCommand(),
       MakeCreateCommand(),
+      MakeUpdateCommand(),
       MakeGuiCommand(),
   };
   return commands;

@@ -49,6 +49,10 @@ void SyncTargetDirectives(TRunContext& run) {
 
 }  // namespace
 
+fs::path ProjectSetFolderOf(const TWizard& wizard) {
+  return FolderFromValue(ExpandVar(wizard, "#Output.BaseFolder#/#Product.Name#"));
+}
+
 TCreationRun::TCreationRun(TWizard& wizard, TRunServices services, TRunObserver& observer)
     : wizard_(wizard),
       services_(std::move(services)),
@@ -68,6 +72,8 @@ void TCreationRun::Abort() {
   run.Report("Process aborted!");
   run.SetStatus("Process aborted!", "idle.");
 }
+
+void TCreationRun::WriteInto(const fs::path& folder) { write_into_ = folder; }
 
 TRunOutcome TCreationRun::Start(bool counting_only) {
   platform::ScopedRoutine routine(kRoutine);
@@ -178,12 +184,15 @@ bool TCreationRun::ComputeProjectSet() {
   TRunContext& run = *run_;
   const fs::path base = FolderFromValue(ExpandVar(wizard_, "#Output.BaseFolder#"));
   run.template_folder = FolderFromValue(wizard_.SelectedTemplate ? wizard_.SelectedTemplate->FolderPath : "");
-  run.project_set = FolderFromValue(ExpandVar(wizard_, "#Output.BaseFolder#/#Product.Name#"));
+  run.project_set = ProjectSetFolderOf(wizard_);
   const TProtectedFolders guarded{services_.Home, FolderFromValue(wizard_.WizardFolder), run.template_folder};
   std::string refusal = run.template_folder.empty() || !fs::is_directory(run.template_folder)
                             ? "The template folder '" + run.template_folder.string() + "' is not available."
                             : CheckProjectSetFolder(run.project_set, base, guarded);
-  if (refusal.empty()) return true;
+  if (refusal.empty()) {
+    if (!write_into_.empty()) run.project_set = write_into_;
+    return true;
+  }
   run.Report();
   run.Report("  ERROR: " + refusal);
   run.stop_reason = refusal;

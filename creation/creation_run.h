@@ -30,6 +30,10 @@ struct TRunServices {
   std::filesystem::path Home;
 };
 
+// The Project Set folder the answers name: "#Output.BaseFolder#/#Product.Name#" expanded, either
+// separator accepted, absolute and without a trailing separator.
+std::filesystem::path ProjectSetFolderOf(const TWizard& wizard);
+
 enum class TRunOutcome {
   Finished,  // every selected target was passed
   Aborted,   // Abort was called
@@ -48,6 +52,9 @@ class TCreationRun {
   TRunOutcome Start(bool counting_only = false);
   // The stop button's Abort: the run stops at its next check (call it from a pump point).
   void Abort();
+  // Makes later runs write the files into `folder` in place of the Project Set folder (an
+  // update's staging folder); the checks and the variables still see the Project Set folder.
+  void WriteInto(const std::filesystem::path& folder);
 
   const std::vector<std::string>& ReportLines() const;
   const TCounters& Counters() const;
@@ -72,6 +79,7 @@ class TCreationRun {
   TWizard& wizard_;
   TRunServices services_;
   std::unique_ptr<TRunContext> run_;
+  std::filesystem::path write_into_;
   bool language_on_[10] = {};
 };
 

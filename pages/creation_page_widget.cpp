@@ -21,6 +21,7 @@
 
 #include "creation/ide_handoff.h"
 #include "creation/report.h"
+#include "generations/record.h"
 #include "jobs/job_writer.h"
 #include "jobs/session.h"
 #include "model/format.h"
@@ -213,6 +214,10 @@ void TfrmCreation::btnStart_OnClick() {
     run_ = std::make_unique<creation::TCreationRun>(services_.Wizard, RunServices(),
                                                    static_cast<creation::TRunObserver&>(*this));
     const creation::TRunOutcome outcome = run_->Start();
+    if (outcome == creation::TRunOutcome::Finished) {
+      const std::string error = generations::RecordCreation(services_.Wizard, run_->ProjectSetFolder());
+      if (!error.empty()) platform::DebugLine("The creation was not recorded: " + error);
+    }
     step = 900;
     ShowRunning(false);
     ShowOutcome(outcome);

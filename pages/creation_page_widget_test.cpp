@@ -10,8 +10,10 @@
 #include <QTest>
 #include <QToolButton>
 
+#include <cstdlib>
 #include <filesystem>
 
+#include "generations/store.h"
 #include "jobs/session.h"
 #include "templates/catalogue.h"
 #include "testing/fake_dialogs.h"
@@ -42,6 +44,7 @@ class CreationPageTest : public ::testing::Test {
  protected:
   void SetUp() override {
     testing::TestApplication();
+    setenv("XDG_STATE_HOME", (root_.path() / "state").c_str(), 1);  // the store of recorded runs
     fs::copy(TSAW_SAMPLE_DIR, root_.path(), fs::copy_options::recursive);
     machine_.Root = root_.path().string();
     Start_Session(wizard_, clock_, machine_);
@@ -113,6 +116,19 @@ TEST_F(CreationPageTest, APausedRunResumesOnOkAndFinishes) {
     EXPECT_TRUE(Find(shown)->isVisible()) << shown;
   }
   EXPECT_FALSE(Find("btnStop")->isVisible());
+}
+
+TEST_F(CreationPageTest, AFinishedRunIsRecordedAndAnAbortedOneIsNot) {
+  auto generations = [this] {
+    std::string error;
+    auto store = generations::TGenerationStore::Open(root_.path() / "state/tsaw", ProjectSet(), false, error);
+    return store ? store->Generations().size() : 0u;
+  };
+  RunPausedWhen([this] { return Find("btnStop")->isVisible(); }, platform::TAnswer::Abort);
+  EXPECT_EQ(generations(), 0u);
+  QTest::mouseClick(Find("btnStart"), Qt::LeftButton);
+  EXPECT_EQ(Text("labMsg"), "Process finished!");
+  EXPECT_EQ(generations(), 1u);
 }
 
 TEST_F(CreationPageTest, AbortDuringTheCountingPassWritesNothing) {

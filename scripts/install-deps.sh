@@ -3,7 +3,7 @@
 set -euo pipefail
 
 packages=(build-essential cmake pkg-config libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev
-          qt6-base-dev)
+          qt6-base-dev libgit2-dev libssl-dev zlib1g-dev)
 
 missing=()
 for package in "${packages[@]}"; do

@@ -1,0 +1,261 @@
+// Runs `tsaw update` as a user would (TSAW_EXE is the built executable): create, edit, change the
+// template, update, and undo, comparing whole files and whole outputs.
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+
+#include "testing/run_program.h"
+#include "testing/temp_dir.h"
+
+namespace tsaw::app {
+namespace {
+namespace fs = std::filesystem;
+using tsaw::testing::ProgramRun;
+using tsaw::testing::RunProgram;
+
+const std::string kLogo("BM\0\0\x10\x20", 6);
+const std::string kTemplate = "TSA/Wizard/Templates/Apps/Tiny/";
+const std::string kSet = "out/Rocket/";
+
+// A root with the template "Apps/Tiny" (Delphi 7 for Win32; Delphi 2007 for Win32 off) whose
+// Project Set goes to <root>/out/Rocket, and a state and a trash of its own.
+class UpdateCommandTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    setenv("XDG_DATA_HOME", (dir_.path() / "data").c_str(), 1);
+    setenv("XDG_STATE_HOME", (dir_.path() / "state").c_str(), 1);
+    WriteTemplateIni("D");
+    Template("Delphi 7/Win32/Host/T001_Host.dpr", "program vrHost_ProjectName;\nbegin\n  Run;\nend.\n");
+    Template("Delphi 2007/Win32/Host/T001_Host.dpr", "program vrHost_ProjectName;\nbegin\n  Run2007;\nend.\n");
+    Template("ReadMe.txt", Lines("line", 10));
+    Template("Logo.bmp", kLogo);
+    Template("Old.txt", "old\n");
+    dir_.Write("TSA/Wizard/TSaW.ini", "[TSaW]\nConfig=Default\n");
+    dir_.Write("TSA/Wizard/TSaW.Default.ini", "[Default Values]\n");
+  }
+  void WriteTemplateIni(const std::string& delphi_2007) {
+    std::string targets;
+    for (const char* key : {"Delphi.5.Win32", "Delphi.6.Win32", "Delphi.8.VclNet", "Delphi.8.NetFcl",
+                            "Delphi.2005.Win32", "Delphi.2005.VclNet", "Delphi.2005.NetFcl", "Delphi.2006.Win32",
+                            "Delphi.2006.VclNet", "Delphi.2006.NetFcl", "Delphi.2007.VclNet", "Delphi.2007.NetFcl",
+                            "TurboDelphi.2006.Win32", "TurboDelphi.2006.VclNet", "TurboDelphi.2006.NetFcl",
+                            "Chrome.NetFcl"}) {
+      targets += std::string(key) + "=D\n";
+    }
+    Template("Template.ini", "[Template]\nName=Tiny\nPrefix=T001\nAuthor=a\nPurpose=p\nDesc=d\n"
+                            "[Default Values]\nProduct.Name=Rocket\nProjects.Prefix=Acme\nOutput.BaseFolder=" +
+                                (dir_.path() / "out").string() + "\nDelphi.7.Win32=R\nDelphi.2007.Win32=" +
+                                delphi_2007 + "\n" + targets);
+  }
+  static std::string Lines(const std::string& word, int count, const std::string& end = "\n") {
+    std::string text;
+    for (int i = 1; i <= count; ++i) text += word + " " + std::to_string(i) + end;
+    return text;
+  }
+  void Template(const std::string& file, const std::string& content) { dir_.Write(kTemplate + file, content); }
+  void Edit(const std::string& file, const std::string& content) { dir_.Write(kSet + file, content); }
+  std::string SetFile(const std::string& file) const { return dir_.Read(kSet + file); }
+  fs::path Set() const { return dir_.path() / "out/Rocket"; }
+
+  ProgramRun Tsaw(const std::string& command, std::vector<std::string> args, std::vector<std::string> env = {}) {
+    args.insert(args.begin(), {"--root", dir_.path().string(), command});
+    if (command != "update" || std::find(args.begin(), args.end(), "--undo") == args.end()) {
+      args.insert(args.end(), {"--template", "Apps/Tiny"});
+    }
+    if (env.empty()) return RunProgram(TSAW_EXE, args);
+    args.insert(args.begin(), TSAW_EXE);
+    args.insert(args.begin(), env.begin(), env.end());
+    return RunProgram("env", args);
+  }
+  void Create() {
+    const ProgramRun run = Tsaw("create", {});
+    ASSERT_EQ(run.exit_status, 0) << run.err;
+  }
+  ProgramRun Update(std::vector<std::string> args = {}) { return Tsaw("update", std::move(args)); }
+  ProgramRun Undo() { return Tsaw("update", {"--undo", Set().string()}); }
+
+  // Every regular file below the Project Set, by path.
+  std::map<std::string, std::string> Tree() const {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : fs::recursive_directory_iterator(Set())) {
+      if (entry.is_regular_file()) {
+        const std::string path = entry.path().lexically_relative(Set()).generic_string();
+        files[path] = dir_.Read(kSet + path);
+      }
+    }
+    return files;
+  }
+  std::string Statistics(int kept, int updated, int merged, int conflicts, int added, int removed) const {
+    auto line = [](const char* label, int n) { return std::string(label) + std::to_string(n) + (n == 1 ? " file\n" : " files\n"); };
+    const std::string rule(96, '=');
+    return "\n" + rule + "\n" + std::string(39, ' ') + "UPDATE STATISTICS\n" + rule + "\n\n" + line(" KEPT:       ", kept) +
+           line(" UPDATED:    ", updated) + line(" MERGED:     ", merged) + line(" CONFLICTS:  ", conflicts) +
+           line(" ADDED:      ", added) + line(" REMOVED:    ", removed) + "\n" + rule + "\n\n";
+  }
+  std::string Tail() const {
+    return "Project Set folder: " + Set().string() + "\nReport: " + (dir_.path() / "TSA/Wizard/Report.txt").string() +
+           "\nUndo with: tsaw update --undo " + Set().string() + "\n";
+  }
+  tsaw::testing::TempDir dir_;
+};
+
+TEST_F(UpdateCommandTest, KeepsAnEditAcrossAnAddedTarget) {
+  Create();
+  const std::string edited = "program AcmeHost;\r\nbegin\r\n  Run;\r\n  MyOwnCall;\r\nend.\r\n";
+  Edit("Delphi 7/Win32/Host/AcmeHost.dpr", edited);
+  WriteTemplateIni("R");
+  const ProgramRun run = Update();
+  EXPECT_EQ(run.exit_status, 0) << run.err;
+  EXPECT_EQ(run.out, Statistics(4, 0, 0, 0, 1, 0) + Tail());
+  EXPECT_EQ(SetFile("Delphi 7/Win32/Host/AcmeHost.dpr"), edited);
+  EXPECT_EQ(SetFile("Delphi 2007/Win32/Host/AcmeHost.dpr"), "program AcmeHost;\r\nbegin\r\n  Run2007;\r\nend.\r\n");
+  const std::string report = dir_.Read("TSA/Wizard/Report.txt");
+  EXPECT_NE(report.find("  added     'Delphi 2007/Win32/Host/AcmeHost.dpr'\r\n"), std::string::npos) << report;
+  EXPECT_NE(report.find("  kept      'Delphi 7/Win32/Host/AcmeHost.dpr'\r\n"), std::string::npos) << report;
+}
+
+TEST_F(UpdateCommandTest, MergesAnEditWithATemplateChangeElsewhereInTheSameFile) {
+  Create();
+  std::string mine = Lines("line", 10, "\r\n");
+  mine.replace(mine.find("line 2"), 6, "line two, mine");
+  Edit("ReadMe.txt", mine);
+  std::string theirs = Lines("line", 10);
+  theirs.replace(theirs.find("line 9"), 6, "line nine, template's");
+  Template("ReadMe.txt", theirs);
+  const ProgramRun run = Update();
+  EXPECT_EQ(run.exit_status, 0) << run.err;
+  EXPECT_EQ(run.out, Statistics(3, 0, 1, 0, 0, 0) + Tail());
+  std::string both = mine;
+  both.replace(both.find("line 9"), 6, "line nine, template's");
+  EXPECT_EQ(SetFile("ReadMe.txt"), both);
+}
+
+TEST_F(UpdateCommandTest, AnOverlappingChangeGivesDiff3MarkersAndExitStatus3) {
+  Create();
+  std::string mine = Lines("line", 10, "\r\n"), theirs = Lines("line", 10);
+  Edit("ReadMe.txt", mine.replace(mine.find("line 3"), 6, "mine"));
+  Template("ReadMe.txt", theirs.replace(theirs.find("line 3"), 6, "theirs"));
+  const ProgramRun run = Update();
+  EXPECT_EQ(run.exit_status, 3) << run.err;
+  EXPECT_EQ(run.out, Statistics(3, 0, 0, 1, 0, 0) + "conflict: ReadMe.txt\n" + Tail());
+  EXPECT_EQ(SetFile("ReadMe.txt"),
+            "line 1\r\nline 2\r\n<<<<<<< ours (your edit)\r\nmine\r\n||||||| base (last generation)\r\nline 3\r\n"
+            "=======\r\ntheirs\r\n>>>>>>> theirs (new generation)\r\n" + Lines("line", 10, "\r\n").substr(24));
+}
+
+TEST_F(UpdateCommandTest, RemovesADroppedTemplateFileAndLeavesTheDevelopersFilesAlone) {
+  Create();
+  Edit("Mine/Extra.pas", "unit Extra;\n");
+  Edit("notes.txt", "my notes");
+  fs::remove(dir_.path() / kTemplate / "Old.txt");
+  const ProgramRun run = Update();
+  EXPECT_EQ(run.exit_status, 0) << run.err;
+  EXPECT_EQ(run.out, Statistics(3, 0, 0, 0, 0, 1) + Tail());
+  EXPECT_FALSE(fs::exists(Set() / "Old.txt"));
+  EXPECT_EQ(SetFile("Mine/Extra.pas"), "unit Extra;\n");
+  EXPECT_EQ(SetFile("notes.txt"), "my notes");
+}
+
+TEST_F(UpdateCommandTest, ABinaryFileChangedByBothStaysAndTheNewOneGoesBesideIt) {
+  Create();
+  const std::string mine = kLogo + "mine";
+  Edit("Logo.bmp", mine);
+  Template("Logo.bmp", kLogo + "theirs");
+  const ProgramRun run = Update();
+  EXPECT_EQ(run.exit_status, 3) << run.err;
+  EXPECT_EQ(run.out, Statistics(3, 0, 0, 1, 0, 0) +
+                         "conflict: Logo.bmp (the new generation is in Logo.bmp.tsaw-new)\n" + Tail());
+  EXPECT_EQ(SetFile("Logo.bmp"), mine);
+  EXPECT_EQ(SetFile("Logo.bmp.tsaw-new"), kLogo + "theirs");
+}
+
+TEST_F(UpdateCommandTest, DryRunChangesNothingAndUndoRestoresEveryByte) {
+  Create();
+  Edit("ReadMe.txt", "mine\r\n");
+  Edit("Logo.bmp", kLogo + "mine");
+  Template("ReadMe.txt", "theirs\n");
+  Template("Logo.bmp", kLogo + "theirs");
+  Template("New.txt", "new\n");
+  fs::remove(dir_.path() / kTemplate / "Old.txt");
+  const auto before = Tree();
+
+  const ProgramRun dry = Update({"--dry-run"});
+  EXPECT_EQ(dry.exit_status, 3) << dry.err;
+  EXPECT_NE(dry.out.find("  conflict  'Logo.bmp'\n  added     'New.txt'\n  removed   'Old.txt'\n"
+                         "  conflict  'ReadMe.txt'\n"),
+            std::string::npos)
+      << dry.out;
+  EXPECT_EQ(Tree(), before);
+  EXPECT_FALSE(fs::exists(dir_.path() / "out/.Rocket.tsaw-update"));
+
+  ASSERT_EQ(Update().exit_status, 3);
+  ASSERT_NE(Tree(), before);
+  const ProgramRun undo = Undo();
+  EXPECT_EQ(undo.exit_status, 0) << undo.err;
+  EXPECT_EQ(undo.out, "The Project Set is back as it was before the last update: " + Set().string() + "\n");
+  EXPECT_EQ(Tree(), before);
+
+  const ProgramRun again = Undo();
+  EXPECT_EQ(again.exit_status, 1);
+  EXPECT_EQ(again.err, "tsaw: update: nothing to undo: no update of '" + Set().string() + "' is recorded\n");
+}
+
+TEST_F(UpdateCommandTest, AnUpdateKilledTwiceIsUndoneToTheStateBeforeTheFirst) {
+  Create();
+  Edit("ReadMe.txt", "mine\r\n");
+  Template("ReadMe.txt", "theirs\n");
+  Template("Delphi 7/Win32/Host/T001_Host.dpr", "program vrHost_ProjectName;\nbegin\n  RunAgain;\nend.\n");
+  Template("A/New1.txt", "1\n");
+  Template("B/New2.txt", "2\n");
+  const auto before = Tree();
+  const std::string shim = "LD_PRELOAD=" + std::string(TSAW_KILL_AT_RENAME);
+  const std::string into = "TSAW_TEST_KILL_DIR=" + Set().string() + "/";
+  const ProgramRun first = Tsaw("update", {}, {shim, into, "TSAW_TEST_KILL_AT=1"});
+  EXPECT_EQ(first.exit_status, 128 + SIGKILL) << first.out << first.err;
+  EXPECT_EQ(Tree(), before);
+  const ProgramRun second = Tsaw("update", {}, {shim, into, "TSAW_TEST_KILL_AT=3"});
+  EXPECT_EQ(second.exit_status, 128 + SIGKILL) << second.out << second.err;
+  EXPECT_NE(Tree(), before);
+
+  const ProgramRun undo = Undo();
+  EXPECT_EQ(undo.exit_status, 0) << undo.err;
+  EXPECT_EQ(Tree(), before);
+  EXPECT_FALSE(fs::exists(Set() / "A"));
+
+  const ProgramRun update = Update();
+  EXPECT_EQ(update.exit_status, 3) << update.err;
+  EXPECT_EQ(SetFile("A/New1.txt"), "1\r\n");
+}
+
+TEST_F(UpdateCommandTest, RefusesWithoutARecordedGenerationAndChangesNothing) {
+  ASSERT_EQ(Tsaw("create", {"--no-record"}).exit_status, 0);
+  Template("ReadMe.txt", "theirs\n");
+  const auto before = Tree();
+  const ProgramRun run = Update();
+  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.err, "tsaw: update: no generation of '" + Set().string() +
+                         "' is recorded (it was made elsewhere or with --no-record, or the store was removed), so your "
+                         "edits cannot be told from the template's output; nothing was changed. Make it anew with "
+                         "`tsaw create` (the folder goes to the trash); later updates keep your edits\n");
+  EXPECT_EQ(Tree(), before);
+  EXPECT_FALSE(fs::exists(dir_.path() / "out/.Rocket.tsaw-update"));
+}
+
+TEST_F(UpdateCommandTest, RefusedAnswersTouchNothing) {
+  Create();
+  const auto before = Tree();
+  const ProgramRun run = Update({"--set", "Projects.Prefix=1 bad prefix"});
+  EXPECT_EQ(run.exit_status, 1);
+  const std::string tail = "tsaw: update: the answers do not pass the pages' rules; nothing was changed\n";
+  ASSERT_GE(run.err.size(), tail.size()) << run.err;
+  EXPECT_EQ(run.err.substr(run.err.size() - tail.size()), tail);
+  EXPECT_EQ(Tree(), before);
+}
+
+}  // namespace
+}  // namespace tsaw::app

@@ -1,0 +1,42 @@
+#include "generations/snapshot.h"
+
+#include <stdexcept>
+
+#include "model/text_file.h"
+
+namespace tsaw::generations {
+namespace fs = std::filesystem;
+
+std::string ReadRegularFile(const fs::path& file) {
+  std::error_code io;
+  const fs::file_status status = fs::symlink_status(file, io);
+  if (!fs::is_regular_file(status)) throw std::runtime_error("'" + file.string() + "' is not a regular file");
+  if (fs::file_size(file, io) > kMaxGenerationFileBytes) {
+    throw std::runtime_error("'" + file.string() + "' is larger than " +
+                             std::to_string(kMaxGenerationFileBytes >> 20) + " MB");
+  }
+  std::string error;
+  std::optional<std::string> bytes = ReadFileBytes(file, &error);
+  if (!bytes) throw std::runtime_error(error);
+  return std::move(*bytes);
+}
+
+TFiles SnapshotFolder(const fs::path& folder, TObjectPack& pack) {
+  TFiles files;
+  std::error_code io;
+  fs::recursive_directory_iterator it(folder, io), end;
+  if (io) throw std::runtime_error("'" + folder.string() + "' cannot be read: " + io.message());
+  for (; it != end; it.increment(io)) {
+    if (io) throw std::runtime_error("'" + folder.string() + "' cannot be read: " + io.message());
+    if (!it->is_regular_file(io) || it->is_symlink(io)) continue;
+    if (files.size() == kMaxGenerationFiles) {
+      throw std::runtime_error("'" + folder.string() + "' holds more than " + std::to_string(kMaxGenerationFiles) +
+                               " files");
+    }
+    files[it->path().lexically_relative(folder).generic_string()] =
+        pack.Add(GIT_OBJECT_BLOB, ReadRegularFile(it->path()));
+  }
+  return files;
+}
+
+}  // namespace tsaw::generations

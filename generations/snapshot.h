@@ -1,0 +1,25 @@
+#pragma once
+// Taking a folder's files into the generation store: every regular file below it, read as bytes.
+
+#include <filesystem>
+#include <string>
+
+#include "generations/object_pack.h"
+#include "generations/store.h"
+
+namespace tsaw::generations {
+
+// Limits on what one generation may hold.
+inline constexpr size_t kMaxGenerationFiles = 200000;
+inline constexpr uintmax_t kMaxGenerationFileBytes = 256ull << 20;
+
+// Adds the content of every regular file below `folder` to `pack` and returns them by path.
+// Links, devices and other files that are not regular are never read and not recorded. Throws
+// std::runtime_error, naming the file, when a file cannot be read or a limit is passed.
+TFiles SnapshotFolder(const std::filesystem::path& folder, TObjectPack& pack);
+
+// Reads `file` as bytes, refusing files that are not regular or pass the size limit. Throws
+// std::runtime_error naming the file.
+std::string ReadRegularFile(const std::filesystem::path& file);
+
+}  // namespace tsaw::generations

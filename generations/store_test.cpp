@@ -1,0 +1,142 @@
+// The generation store: what goes in comes back byte for byte, a second recording of the same
+// files costs no new file content, old generations are pruned, and one run at a time holds it.
+
+#include "generations/store.h"
+
+#include <gtest/gtest.h>
+
+#include "generations/snapshot.h"
+#include "testing/temp_dir.h"
+
+namespace tsaw::generations {
+namespace {
+namespace fs = std::filesystem;
+
+class StoreTest : public ::testing::Test {
+ protected:
+  fs::path State() const { return dir_.path() / "state"; }
+  fs::path Set() const { return dir_.path() / "set"; }
+  std::unique_ptr<TGenerationStore> OpenStore(bool create = true) {
+    std::string error;
+    auto store = TGenerationStore::Open(State(), Set(), create, error);
+    EXPECT_TRUE(store || !create) << error;
+    return store;
+  }
+  TFiles Record(TGenerationStore& store, const std::string& kind = "creation") {
+    TObjectPack pack(store.Odb());
+    const TFiles files = SnapshotFolder(Set(), pack);
+    std::string error;
+    EXPECT_TRUE(store.AddGeneration(pack, files, {kind, "Apps/Tiny", "f1", "[Job]\r\n"}, error)) << error;
+    return files;
+  }
+  size_t PackCount() const {
+    size_t packs = 0;
+    for (const auto& entry : fs::directory_iterator(TGenerationStore::FolderOf(State(), Set()) / "objects/pack")) {
+      packs += entry.path().extension() == ".pack";
+    }
+    return packs;
+  }
+  tsaw::testing::TempDir dir_;
+};
+
+TEST_F(StoreTest, GivesBackEveryRegularFileByteForByte) {
+  const std::string crlf_1252 = "unit A;\r\n// caf\xe9\r\nend.\r\n";
+  const std::string binary("\x00\x01\xff\r\n\x00", 6);
+  dir_.Write("set/Delphi 7/Win32/Host/A.pas", crlf_1252);
+  dir_.Write("set/data.bin", binary);
+  dir_.Write("set/empty.txt", "");
+  fs::create_symlink(Set() / "data.bin", Set() / "link.bin");
+  auto store = OpenStore();
+  const TFiles recorded = Record(*store);
+
+  const std::vector<TGeneration> generations = store->Generations();
+  ASSERT_EQ(generations.size(), 1u);
+  EXPECT_EQ(generations[0].Number, 1);
+  EXPECT_EQ(generations[0].Meta.Kind, "creation");
+  EXPECT_EQ(generations[0].Meta.Template, "Apps/Tiny");
+  const TFiles files = store->Files(generations[0]);
+  EXPECT_EQ(files, recorded);
+  ASSERT_EQ(files.size(), 3u);  // the link is not a regular file
+  EXPECT_EQ(store->Read(files.at("Delphi 7/Win32/Host/A.pas")), crlf_1252);
+  EXPECT_EQ(store->Read(files.at("data.bin")), binary);
+  EXPECT_EQ(store->Read(files.at("empty.txt")), "");
+}
+
+TEST_F(StoreTest, ASecondRecordingOfTheSameFilesAddsOnlyItsDescription) {
+  for (int i = 0; i < 50; ++i) dir_.Write("set/U" + std::to_string(i) + ".pas", std::string(4000, 'a' + i % 26));
+  auto store = OpenStore();
+  Record(*store);
+  const auto folder = TGenerationStore::FolderOf(State(), Set()) / "objects/pack";
+  auto bytes = [&folder] {
+    uintmax_t total = 0;
+    for (const auto& entry : fs::directory_iterator(folder)) total += entry.file_size();
+    return total;
+  };
+  const uintmax_t first = bytes();
+  Record(*store);
+  EXPECT_LT(bytes() - first, 2000u);
+  EXPECT_EQ(store->Generations().size(), 2u);
+}
+
+TEST_F(StoreTest, PrunesToHalfWhenOneMoreThanTheKeptGenerationsIsRecorded) {
+  auto store = OpenStore();
+  for (int i = 1; i <= kKeptGenerations + 1; ++i) {
+    dir_.Write("set/A.pas", "version " + std::to_string(i));
+    Record(*store);
+  }
+  std::vector<int> numbers;
+  for (const TGeneration& generation : store->Generations()) numbers.push_back(generation.Number);
+  EXPECT_EQ(numbers, (std::vector<int>{6, 7, 8, 9}));
+  EXPECT_EQ(PackCount(), 1u);
+  EXPECT_EQ(store->Read(store->Files(store->Generations().front()).at("A.pas")), "version 6");
+}
+
+TEST_F(StoreTest, PruningKeepsTheGenerationTheUndoGoesBackTo) {
+  auto store = OpenStore();
+  dir_.Write("set/A.pas", "first");
+  const TFiles first = Record(*store);
+  TObjectPack pack(store->Odb());
+  std::string error;
+  ASSERT_TRUE(store->SetUndo(pack, {first, {"B.pas"}, 1, true}, error)) << error;
+  for (int i = 2; i <= kKeptGenerations + 1; ++i) {
+    dir_.Write("set/A.pas", "version " + std::to_string(i));
+    Record(*store);
+  }
+  EXPECT_EQ(store->Generations().front().Number, 1);
+  const std::optional<TUndoRecord> undo = store->Undo();
+  ASSERT_TRUE(undo);
+  EXPECT_EQ(undo->Added, std::vector<std::string>{"B.pas"});
+  EXPECT_EQ(store->Read(undo->Saved.at("A.pas")), "first");
+}
+
+TEST_F(StoreTest, UndoRecordRoundTripsAndDrops) {
+  dir_.Write("set/A.pas", "a");
+  auto store = OpenStore();
+  EXPECT_FALSE(store->Undo());
+  TObjectPack pack(store->Odb());
+  const TFiles saved = SnapshotFolder(Set(), pack);
+  std::string error;
+  ASSERT_TRUE(store->SetUndo(pack, {saved, {"New.pas", "Deep/New.txt.tsaw-new"}, 3, false}, error)) << error;
+  std::optional<TUndoRecord> undo = store->Undo();
+  ASSERT_TRUE(undo);
+  EXPECT_EQ(undo->Saved, saved);
+  EXPECT_EQ(undo->Added, (std::vector<std::string>{"New.pas", "Deep/New.txt.tsaw-new"}));
+  EXPECT_EQ(undo->Base, 3);
+  EXPECT_FALSE(undo->Finished);
+  ASSERT_TRUE(store->DropUndo(error)) << error;
+  EXPECT_FALSE(store->Undo());
+}
+
+TEST_F(StoreTest, OneRunAtATimeAndNoStoreWithoutARecording) {
+  std::string error;
+  EXPECT_FALSE(TGenerationStore::Open(State(), Set(), false, error));
+  EXPECT_EQ(error, "no generation is recorded for '" + Set().string() + "'");
+  auto store = OpenStore();
+  EXPECT_FALSE(TGenerationStore::Open(State(), Set(), true, error));
+  EXPECT_EQ(error, "another tsaw run is using the generation store of '" + Set().string() + "'");
+  store.reset();
+  EXPECT_TRUE(OpenStore());
+}
+
+}  // namespace
+}  // namespace tsaw::generations

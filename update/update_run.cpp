@@ -1,0 +1,98 @@
+#include "update/update_run.h"
+
+#include "creation/report.h"
+#include "generations/record.h"
+#include "generations/snapshot.h"
+#include "update/apply.h"
+#include "update/update_report.h"
+
+namespace tsaw::update {
+namespace fs = std::filesystem;
+namespace {
+
+// Removes the staging folder however the update ends.
+struct StagingGuard {
+  fs::path Folder;
+  ~StagingGuard() {
+    std::error_code io;
+    if (!Folder.empty()) fs::remove_all(Folder, io);
+  }
+};
+
+TUpdateResult Refusal(const fs::path& project_set, std::string message) {
+  return {TUpdateOutcome::Refused, std::move(message), {}, project_set};
+}
+
+std::string NotRecorded(const fs::path& project_set) {
+  return "no generation of '" + project_set.string() + "' is recorded (it was made elsewhere or with --no-record, " +
+         "or the store was removed), so your edits cannot be told from the template's output; nothing was " +
+         "changed. Make it anew with `tsaw create` (the folder goes to the trash); later updates keep your edits";
+}
+
+}  // namespace
+
+fs::path StagingFolderOf(const fs::path& project_set) {
+  return project_set.parent_path() / ("." + project_set.filename().string() + ".tsaw-update");
+}
+
+TUpdateRun::TUpdateRun(TWizard& wizard, creation::TRunServices services, creation::TRunObserver& observer)
+    : wizard_(wizard), services_(std::move(services)), observer_(observer) {}
+
+TUpdateRun::~TUpdateRun() = default;
+
+void TUpdateRun::Abort() {
+  if (run_) run_->Abort();
+}
+
+TUpdateResult TUpdateRun::Start(bool dry_run) {
+  try {
+    return Update(dry_run);
+  } catch (const std::exception& failure) {
+    return {TUpdateOutcome::Failed, failure.what(), {}, creation::ProjectSetFolderOf(wizard_)};
+  }
+}
+
+TUpdateResult TUpdateRun::Update(bool dry_run) {
+  const fs::path project_set = creation::ProjectSetFolderOf(wizard_);
+  const std::optional<fs::path> state = generations::StateFolder();
+  if (!state) return Refusal(project_set, "no state folder: neither $XDG_STATE_HOME nor $HOME is set");
+  std::string error;
+  auto store = generations::TGenerationStore::Open(*state, project_set, false, error);
+  if (!store || store->Generations().empty()) {
+    const bool locked = !store && fs::exists(generations::TGenerationStore::FolderOf(*state, project_set) / "objects");
+    return Refusal(project_set, locked ? error : NotRecorded(project_set));
+  }
+  if (!fs::is_directory(project_set)) {
+    return Refusal(project_set, "'" + project_set.string() + "' does not exist; make it with `tsaw create`");
+  }
+  StagingGuard staging{StagingFolderOf(project_set)};
+  std::error_code io;
+  fs::remove_all(staging.Folder, io);
+  run_ = std::make_unique<creation::TCreationRun>(wizard_, services_, observer_);
+  run_->WriteInto(staging.Folder);
+  const creation::TRunOutcome made = run_->Start();
+  if (made == creation::TRunOutcome::Aborted) return {TUpdateOutcome::Failed, "aborted", {}, project_set};
+  if (made == creation::TRunOutcome::Stopped) return Refusal(project_set, run_->StopReason());
+  if (made != creation::TRunOutcome::Finished) return {TUpdateOutcome::Failed, run_->StopReason(), {}, project_set};
+
+  generations::TObjectPack pack(store->Odb());
+  const generations::TFiles theirs = generations::SnapshotFolder(staging.Folder, pack);
+  const generations::TFiles base = store->Files(store->Generations().back());
+  const auto read_base = [&store](const generations::TObjectId& id) { return store->Read(id); };
+  TUpdateResult result{TUpdateOutcome::Finished, {}, PlanUpdate({base, read_base, project_set, theirs, staging.Folder}),
+                       project_set};
+  if (!dry_run &&
+      !ApplyUpdate(*store, {result.Plan, project_set, staging.Folder, theirs, pack,
+                            generations::MetaOf(wizard_, "update")}, error)) {
+    return {TUpdateOutcome::Failed, error, std::move(result.Plan), project_set};
+  }
+  std::vector<std::string> report = run_->ReportLines();
+  for (auto part : {UpdateSection(result.Plan, dry_run), UpdateStatistics(result.Plan)}) {
+    report.insert(report.end(), part.begin(), part.end());
+  }
+  creation::SaveReport(report, creation::ReportFile(wizard_));
+  if (result.Plan.Count(TFate::Conflict) > 0) result.Outcome = TUpdateOutcome::Conflicts;
+  return result;
+}
+
+}  // namespace tsaw::update
