@@ -117,6 +117,23 @@ TEST_F(CreateCommandTest, SavesTheJobAfterAFinishedRunAndItMakesTheSameSet) {
   EXPECT_EQ(dir_.Read(dpr), "program AcmeHost;\r\nend.\r\n");
 }
 
+TEST_F(CreateCommandTest, ASavedJobKeepsTheReferencesSoThatAnotherPrefixFollows) {
+  const fs::path model = fs::path(TSAW_EXE).parent_path().parent_path() / "share/tsaw/sample/TSA/Wizard/Jobs/Job Model.txt";
+  fs::create_directories(dir_.path() / "TSA/Wizard/Jobs");
+  fs::copy_file(model, dir_.path() / "TSA/Wizard/Jobs/Job Model.txt");
+  const std::string job = (dir_.path() / "TSA/Wizard/Jobs/Saved.ini").string();
+  ASSERT_EQ(Create({"--save-job", job}).exit_status, 0);
+  const std::string saved = dir_.Read("TSA/Wizard/Jobs/Saved.ini");
+  EXPECT_NE(saved.find("Host.ProjectName=#Projects.Prefix#Host\r\n"), std::string::npos) << saved;
+  EXPECT_EQ(saved.find("AcmeHost"), std::string::npos) << saved;
+
+  fs::remove_all(Out());
+  const ProgramRun again = RunProgram(
+      TSAW_EXE, {"--root", dir_.path().string(), "create", "--job", job, "--set", "Projects.Prefix=Zeta"});
+  ASSERT_EQ(again.exit_status, 0) << again.err;
+  EXPECT_EQ(dir_.Read("out/Rocket/Delphi 7/Win32/Host/ZetaHost.dpr"), "program ZetaHost;\r\nend.\r\n");
+}
+
 TEST_F(CreateCommandTest, NeedsAJobOrATemplate) {
   const ProgramRun run = RunProgram(TSAW_EXE, {"--root", dir_.path().string(), "create"});
   EXPECT_EQ(run.exit_status, 2);

@@ -133,6 +133,9 @@ int WriteScreenshots(QWidget& host, const fs::path& dir, std::ostream& err) {
     err << "tsaw: cannot write the screenshots to " << dir << '\n';
     return kExitFailed;
   }
+  // The offscreen screen is small; the pictures show the window at the size it asks for where
+  // there is room.
+  frame->resize(900, 640);
   bool ok = Save(*frame, dir / "welcome.png", err);
   next->click();
   if (auto* expand = frame->findChild<QPushButton*>("btnExpandAll")) expand->click();
@@ -209,10 +212,15 @@ int RunGui(const GlobalOptions& global, const std::string& screenshots) {
   char name[] = "tsaw";
   char* argv[] = {name, nullptr};
   QApplication app(argc, argv);
+  // The wizard's windows belong to the hidden host window, so Qt would take a message box shown
+  // between them for the last window and close the wizard with it; TQuitWithLastWindow decides.
+  QApplication::setQuitOnLastWindowClosed(false);
   std::optional<TSampleRoot> sample;
   if (!screenshots.empty()) sample.emplace();
   const std::string root = sample ? sample->Seed(std::cerr) : PrepareRoot(global, std::cerr);
   if (root.empty()) return kExitFailed;
+  // The pictures' window must not take the place of the user's remembered one.
+  if (sample) setenv("XDG_CONFIG_HOME", (fs::path(root) / "config").c_str(), 1);
   std::unique_ptr<platform::TPluginModule> module = LoadWizardModule(std::cerr);
   if (!module) return kExitFailed;
   module->Plugin().AttachHost({root, global.debug});

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include <QWidget>
 
 #include <filesystem>
@@ -22,6 +24,8 @@ TEST(PluginModuleTest, IsNamedForTheSelectorFile) {
 TEST(PluginModuleTest, RegistersOpensWindowsAndClosesThemOnTheWayOut) {
   testing::TestApplication();
   testing::TempDir root;
+  // The frames remember their place on closing: in the test's folder, not the user's.
+  setenv("XDG_CONFIG_HOME", (root.path() / "config").c_str(), 1);
   testing::WriteWizardRoot(root);
   QWidget host;
   std::string error;

@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "creation/kept_answers.h"
 #include "creation/report.h"
 #include "creation/run_context.h"
 #include "creation/run_directives.h"
@@ -85,6 +86,8 @@ TRunOutcome TCreationRun::Start(bool counting_only) {
   run.counters = {};
   TRunOutcome outcome = TRunOutcome::Failed;
   try {
+    if (services_.SetFixedVariables) services_.SetFixedVariables(wizard_);
+    const TKeptAnswers answers(wizard_);
     outcome = RunPhases(counting_only);
   } catch (const std::exception& error) {
     const std::string line = platform::ExceptionLine(kRoutine, run.step, error.what());
@@ -99,7 +102,6 @@ TRunOutcome TCreationRun::Start(bool counting_only) {
 
 TRunOutcome TCreationRun::RunPhases(bool counting_only) {
   TRunContext& run = *run_;
-  if (services_.SetFixedVariables) services_.SetFixedVariables(wizard_);
   for (const std::string& line : ReportHeader(wizard_)) run.Report(line);
   CheckVariables();
   Expand_System_Variables(wizard_);

@@ -48,7 +48,9 @@ class TCreationRun {
   ~TCreationRun();
 
   // Runs the whole creation; with `counting_only` it stops after the counting pass and writes
-  // nothing into the Base Folder. The report is saved in every case. Never throws.
+  // nothing into the Base Folder. The report is saved in every case. Never throws. The answers
+  // the run expands or computes are put back when it ends; only the fixed variables keep the
+  // values this run set (its date and time).
   TRunOutcome Start(bool counting_only = false);
   // The stop button's Abort: the run stops at its next check (call it from a pump point).
   void Abort();

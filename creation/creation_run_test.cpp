@@ -56,6 +56,32 @@ TEST(CreationRunTest, RunsTwiceAndTrashesThePreviousSet) {
   EXPECT_TRUE(fs::exists(setup.trash.Holding() / "1-Rocket/stale.txt"));
 }
 
+TEST(CreationRunTest, KeepsTheAnswersItExpandsSoThatANewPrefixFollows) {
+  DemoSetup setup;
+  TWizard& wizard = setup.wizard;
+  wizard.PluginIndex = 2;
+  const auto answers = [&wizard] {
+    std::vector<std::string> values;
+    for (const uint16_t var_idx : {viCopyright, viHostProjectName, viHostSourcePrefix, viPluginSourcePrefix})
+      values.push_back(wizard.Variables[var_idx].Value + "|" + wizard.Variables[var_idx].IdfValue);
+    for (uint16_t plugin = 1; plugin <= 2; ++plugin)
+      values.push_back(wizard.Variables[viPluginProjectName].Pins[plugin]->Value);
+    values.push_back(std::to_string(wizard.PluginIndex));
+    return values;
+  };
+  const std::vector<std::string> before = answers();
+  ASSERT_NE(before[1].find("#Projects.Prefix#"), std::string::npos) << before[1];
+  TCreationRun run(wizard, setup.Services(), setup.observer);
+  ASSERT_EQ(run.Start(), TRunOutcome::Finished) << run.StopReason();
+  EXPECT_EQ(answers(), before);
+
+  setup.SetVariable(viProjectsPrefix, "Zeta");
+  ASSERT_EQ(run.Start(), TRunOutcome::Finished) << run.StopReason();
+  const Tree written = DemoSetup::Tree(run.ProjectSetFolder());
+  EXPECT_EQ(written.count("Delphi 7/Win32/Host/ZetaHost.dpr"), 1u);
+  EXPECT_EQ(written.count("Delphi 7/Win32/Host/AcmeHost.dpr"), 0u);
+}
+
 TEST(CreationRunTest, StopsAndDeletesNothingWhenTheTrashRefuses) {
   DemoSetup setup;
   setup.dir.Write("out/Rocket/keep.txt", "mine");

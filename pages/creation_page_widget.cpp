@@ -11,6 +11,8 @@
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QScrollArea>
+#include <QStackedWidget>
 #include <QStyle>
 #include <QToolButton>
 #include <QUrl>
@@ -58,7 +60,11 @@ class TIdeOnDialogs final : public platform::Ide {
     return ide_.ReadMachineRegistry(key, value);
   }
   bool RaiseWindow(const std::string& name) override { return ide_.RaiseWindow(name); }
-  void ShowMessage(platform::MessageKind, const std::string& text) override { dialogs_.ShowMessage(text); }
+  void ShowMessage(platform::MessageKind kind, const std::string& text) override {
+    dialogs_.ShowMessage(kind == platform::MessageKind::Information ? platform::TMessageKind::Information
+                                                                     : platform::TMessageKind::Error,
+                         text);
+  }
 
  private:
   platform::Ide& ide_;
@@ -105,11 +111,16 @@ TfrmCreation::TfrmCreation(TCreationPageServices services, QWidget* parent)
   labAdvice_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   auto* advice = new QGroupBox(this);
   advice->setObjectName("panAdvice");
-  (new QVBoxLayout(advice))->addWidget(labAdvice_);
+  // On a small window the longer advice scrolls rather than losing its last lines.
+  auto* scroll = new QScrollArea(advice);
+  scroll->setWidget(labAdvice_);
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setMinimumHeight(labAdvice_->fontMetrics().lineSpacing() * 3);
+  (new QVBoxLayout(advice))->addWidget(scroll);
   auto* layout = new QVBoxLayout(this);
-  layout->addWidget(advice);
+  layout->addWidget(advice, 1);
   layout->addWidget(MakeActions());
-  layout->addStretch(1);
   layout->addWidget(MakeStatus());
   layout->addWidget(MakeCounters());
 }
@@ -136,7 +147,11 @@ QWidget* TfrmCreation::MakeActions() {
   labStart_ = NamedLabel("labStart", "Click to start the process.", panel);
   btnStop_ = MakeButton("btnStop", look->standardIcon(QStyle::SP_MediaPause), " Pauses the process ",
                         &TfrmCreation::btnStop_OnClick);
-  btnStop_->hide();
+  // The pause button takes the start button's place exactly: nothing moves under the pointer.
+  stkStartStop_ = new QStackedWidget(panel);
+  stkStartStop_->setObjectName("stkStartStop");
+  stkStartStop_->addWidget(btnStart_);
+  stkStartStop_->addWidget(btnStop_);
   after_run_buttons_ = {
       MakeButton("btnOpen", look->standardIcon(QStyle::SP_DialogOpenButton), " Open Projects ",
                  &TfrmCreation::btnOpen_OnClick),
@@ -147,8 +162,7 @@ QWidget* TfrmCreation::MakeActions() {
   after_run_labels_ = {NamedLabel("labOpen", "Open Projects", panel), NamedLabel("labReport", "See Report", panel),
                        NamedLabel("labSaveJob", "Save Job", panel)};
   auto* grid = new QGridLayout(panel);
-  grid->addWidget(btnStart_, 0, 0, Qt::AlignCenter);
-  grid->addWidget(btnStop_, 0, 0, Qt::AlignCenter);
+  grid->addWidget(stkStartStop_, 0, 0, Qt::AlignCenter);
   grid->addWidget(labStart_, 1, 0, Qt::AlignCenter);
   grid->setColumnMinimumWidth(1, 40);
   for (int i = 0; i < 3; ++i) {
@@ -156,6 +170,12 @@ QWidget* TfrmCreation::MakeActions() {
     grid->addWidget(after_run_labels_[i], 1, i + 2, Qt::AlignCenter);
   }
   grid->setColumnStretch(5, 1);
+  // Hidden controls keep their room, so that the panel keeps its height as they come and go.
+  for (QWidget* control : panel->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+    QSizePolicy policy = control->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    control->setSizePolicy(policy);
+  }
   ShowAfterRunActions(false);
   return panel;
 }
@@ -233,10 +253,16 @@ void TfrmCreation::ShowRunning(bool running) {
     frame->removeEventFilter(this);
   }
   if (running) ShowAfterRunActions(false);
-  btnStart_->setVisible(!running);
-  labStart_->setVisible(!running);
-  btnStop_->setVisible(running);
+  ShowStartButton(!running);
+  if (running) btnStop_->setFocus(Qt::OtherFocusReason);
   if (services_.ShowNavigation) services_.ShowNavigation(!running);
+}
+
+void TfrmCreation::ShowStartButton(bool start) {
+  const bool had_focus = stkStartStop_->currentWidget()->hasFocus();
+  stkStartStop_->setCurrentWidget(start ? btnStart_ : btnStop_);
+  labStart_->setVisible(start);
+  if (had_focus) stkStartStop_->currentWidget()->setFocus(Qt::OtherFocusReason);
 }
 
 void TfrmCreation::ShowAfterRunActions(bool visible) {
@@ -256,11 +282,22 @@ void TfrmCreation::ShowOutcome(creation::TRunOutcome outcome) {
       labAdvice_->setText(kAdviceAborted);
       return;
     case creation::TRunOutcome::Stopped:
-    case creation::TRunOutcome::Failed:
+    case creation::TRunOutcome::Failed: {
+      // A run stopped before it wrote anything was refused (an unsafe output folder, say).
+      const creation::TCounters& counters = run_->Counters();
+      const bool refused = counters.FoldersProcessed == 0 && counters.FilesProcessed == 0;
+      const std::string what = (refused ? "The process has been refused: " : "The process has stopped: ") +
+                               run_->StopReason();
+      labMsg_->setText(refused ? "Process refused!" : "Process stopped!");
       labTask_->setText("idle.");
-      services_.Dialogs.ShowMessage("The process has stopped: " + run_->StopReason() + "\n\nSee the report " +
-                                    creation::ReportFile(services_.Wizard).string() + " for what was done.");
+      labAdvice_->setText(QString::fromStdString(
+          what + (refused ? "\n\nNothing was written. Change what it names and start the process again."
+                          : "\n\nThe report tells what was done before it stopped.")));
+      services_.Dialogs.ShowMessage(platform::TMessageKind::Error,
+                                    what + "\n\nSee the report " + creation::ReportFile(services_.Wizard).string() +
+                                        " for what was done.");
       return;
+    }
   }
 }
 
@@ -286,9 +323,7 @@ void TfrmCreation::btnStop_OnClick() {
     }
     step = 30;
     run_->Abort();
-    btnStop_->hide();
-    btnStart_->show();
-    labStart_->show();
+    ShowStartButton(true);
     labAdvice_->setText(kAdviceAborted);
   });
 }
@@ -339,7 +374,7 @@ void TfrmCreation::btnSaveJob_OnClick() {
     if (!file) return;
     step = 20;
     const std::string error = Save_Job(services_.Wizard, *file, TOverwrite::Confirmed);
-    if (!error.empty()) services_.Dialogs.ShowMessage(error);
+    if (!error.empty()) services_.Dialogs.ShowMessage(platform::TMessageKind::Error, error);
   });
 }
 
@@ -374,7 +409,9 @@ void TfrmCreation::MessageChanged(const std::string& message) { labMsg_->setText
 
 void TfrmCreation::TaskChanged(const std::string& task) { labTask_->setText(QString::fromStdString(task)); }
 
-void TfrmCreation::ShowMessage(const std::string& text) { services_.Dialogs.ShowMessage(text); }
+void TfrmCreation::ShowMessage(const std::string& text) {
+  services_.Dialogs.ShowMessage(platform::TMessageKind::Warning, text);
+}
 
 void TfrmCreation::Pump() { QCoreApplication::processEvents(); }
 

@@ -21,6 +21,7 @@
 
 class QLabel;
 class QProgressBar;
+class QStackedWidget;
 class QToolButton;
 
 namespace tsaw {
@@ -83,6 +84,8 @@ class TfrmCreation : public QWidget, private creation::TRunObserver {
   void ShowRunning(bool running);
   void ShowOutcome(creation::TRunOutcome outcome);
   void ShowAfterRunActions(bool visible);
+  // The start button with its label (true) or, in the same place, the pause button (false).
+  void ShowStartButton(bool start);
   void ShowReportText();
 
   TCreationPageServices services_;
@@ -97,6 +100,7 @@ class TfrmCreation : public QWidget, private creation::TRunObserver {
   QToolButton* btnStart_ = nullptr;
   QLabel* labStart_ = nullptr;
   QToolButton* btnStop_ = nullptr;
+  QStackedWidget* stkStartStop_ = nullptr;
   std::array<QToolButton*, 3> after_run_buttons_{};  // open, report, save job
   std::array<QLabel*, 3> after_run_labels_{};
   QLabel* labMsg_ = nullptr;

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QTest>
@@ -131,6 +132,30 @@ TEST_F(CreationPageTest, AFinishedRunIsRecordedAndAnAbortedOneIsNot) {
   EXPECT_EQ(generations(), 1u);
 }
 
+TEST_F(CreationPageTest, ThePauseButtonTakesTheStartButtonsPlaceAndTheFocus) {
+  page_->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(page_.get()));
+  Find("btnStart")->setFocus();
+  const QRect start = Find("btnStart")->geometry();
+  const QRect actions = Find("panActions")->geometry();
+  QRect pause;
+  QWidget* focused = nullptr;
+  QRect actions_running;
+  testing::PumpProbe probe([this] { return Find("btnStop")->isVisible(); },
+                           [&] {
+                             pause = Find("btnStop")->geometry();
+                             focused = QApplication::focusWidget();
+                             actions_running = Find("panActions")->geometry();
+                           });
+  Click("btnStart");
+  ASSERT_TRUE(probe.Fired());
+  EXPECT_EQ(pause, start);
+  EXPECT_EQ(focused, Find("btnStop"));
+  EXPECT_EQ(actions_running, actions);
+  EXPECT_EQ(Find("panActions")->geometry(), actions) << "the results' buttons take no new room";
+  EXPECT_EQ(QApplication::focusWidget(), Find("btnStart"));
+}
+
 TEST_F(CreationPageTest, AbortDuringTheCountingPassWritesNothing) {
   RunPausedWhen([this] { return Text("labTask") == "counting files and folders..."; }, platform::TAnswer::Abort);
 
@@ -169,7 +194,11 @@ TEST_F(CreationPageTest, ARefusedRunTellsWhyAndOffersNoResults) {
   wizard_.Variables[viProductName].Value = "..";
   Click("btnStart");
   ASSERT_EQ(dialogs_.Messages.size(), 1u);
-  EXPECT_EQ(dialogs_.Messages[0].rfind("The process has stopped: ", 0), 0u) << dialogs_.Messages[0];
+  EXPECT_EQ(dialogs_.Messages[0].rfind("The process has been refused: ", 0), 0u) << dialogs_.Messages[0];
+  EXPECT_EQ(dialogs_.MessageKinds, std::vector<platform::TMessageKind>{platform::TMessageKind::Error});
+  EXPECT_EQ(Text("labMsg"), "Process refused!");
+  EXPECT_TRUE(Text("labAdvice").startsWith("The process has been refused: ")) << Text("labAdvice").toStdString();
+  EXPECT_TRUE(Text("labAdvice").endsWith("Nothing was written. Change what it names and start the process again."));
   EXPECT_EQ(Text("labTask"), "idle.");
   EXPECT_FALSE(Find("btnSaveJob")->isVisible());
   EXPECT_TRUE(Find("btnStart")->isVisible());
@@ -226,6 +255,7 @@ TEST_F(CreationPageTest, OpenProjectsOutsideTheIdeOnlyTellsSo) {
   Click("btnStart");
   Click("btnOpen");
   EXPECT_EQ(dialogs_.Messages, std::vector<std::string>{" This feature is not available outside the IDE. "});
+  EXPECT_EQ(dialogs_.MessageKinds, std::vector<platform::TMessageKind>{platform::TMessageKind::Information});
   EXPECT_EQ(Text("labTask"), "idle.");
 }
 

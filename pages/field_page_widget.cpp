@@ -1,5 +1,6 @@
 #include "pages/field_page_widget.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
@@ -13,6 +14,7 @@
 #include <QToolButton>
 
 #include "model/variables.h"
+#include "pages/lookup_list.h"
 #include "pages/lookup_popup.h"
 #include "platform/handler_guard.h"
 
@@ -45,10 +47,16 @@ QString EditorText(const QWidget* editor) {
   return {};
 }
 
+// A read-only editor takes the window's colour, so that it does not invite typing.
 void SetEditorReadOnly(QWidget* editor, bool read_only) {
   if (auto* line = qobject_cast<QLineEdit*>(editor)) line->setReadOnly(read_only);
   if (auto* memo = qobject_cast<QPlainTextEdit*>(editor)) memo->setReadOnly(read_only);
+  QPalette palette = editor->palette();
+  const QPalette normal = QApplication::palette(editor);
+  palette.setColor(QPalette::Base, read_only ? normal.color(QPalette::Window) : normal.color(QPalette::Base));
+  editor->setPalette(palette);
 }
+
 
 // The editor named `name`: a multi-line box for a "mem" name, else a one-line edit box.
 QWidget* MakeEditor(std::string_view name, QWidget* parent) {
@@ -91,6 +99,7 @@ TFieldPageWidget::TFieldPageWidget(const TPageServices& services, std::unique_pt
   grid_->addWidget(cbxExpand_, row, kEditorColumn, Qt::AlignLeft);
   OpenPage();
   LoadFields();
+  ShowEditability();
 }
 
 QWidget* TFieldPageWidget::MakeSelector() {
@@ -119,6 +128,9 @@ void TFieldPageWidget::AddField(const TField& field, int row) {
   caption->setObjectName(CaptionName(field.Edit));
   QWidget* editor = MakeEditor(field.Edit, FieldsPanel());
   caption->setBuddy(editor);
+  const std::string locker = LockingTemplate(Services().Wizard, field.VarIdx);
+  const bool locked = !locker.empty();
+  if (locked) editor->setToolTip(ToQt(" Read-only: set by the template \"" + locker + "\" "));
   const Qt::Alignment beside = qobject_cast<QLineEdit*>(editor) ? Qt::AlignVCenter : Qt::AlignTop;
   grid_->addWidget(caption, row, kCaptionColumn, Qt::AlignLeft | beside);
   grid_->addWidget(editor, row, kEditorColumn);
@@ -130,10 +142,9 @@ void TFieldPageWidget::AddField(const TField& field, int row) {
     lookup->setObjectName(NameOf(field.Lookup));
     lookup->setIcon(QIcon::fromTheme("edit-find"));
     lookup->setText("...");
-    lookup->setToolTip(ToQt(page_.LookupHint(field)));
     grid_->addWidget(lookup, row, kLookupColumn);
   }
-  fields_.push_back({&field, editor, lookup, row});
+  fields_.push_back({&field, editor, lookup, row, locked, {}});
   const std::size_t index = fields_.size() - 1;
   if (auto* line = qobject_cast<QLineEdit*>(editor))
     connect(line, &QLineEdit::textChanged, this, [this, index] { edi_OnChange(fields_[index]); });
@@ -145,8 +156,26 @@ void TFieldPageWidget::AddField(const TField& field, int row) {
 }
 
 void TFieldPageWidget::AddBesideField(uint16_t var_idx, QWidget* control) {
+  for (TFieldControls& field : fields_) {
+    if (field.Field->VarIdx != var_idx) continue;
+    grid_->addWidget(control, field.Row, kExtraColumn, Qt::AlignLeft);
+    field.Extras.push_back(control);
+  }
+  ShowEditability();
+}
+
+void TFieldPageWidget::ShowEditability() {
+  const bool expanded = page_.Expanded();
   for (const TFieldControls& field : fields_) {
-    if (field.Field->VarIdx == var_idx) grid_->addWidget(control, field.Row, kExtraColumn, Qt::AlignLeft);
+    const bool read_only = expanded || field.Locked;
+    SetEditorReadOnly(field.Editor, read_only);
+    if (field.Lookup != nullptr) {
+      const bool has_list = LookupFor(Services().Wizard, field.Field->VarIdx).has_value();
+      field.Lookup->setEnabled(!read_only && has_list);
+      const std::string hint = page_.LookupHint(*field.Field);
+      field.Lookup->setToolTip(ToQt(has_list ? hint : hint + "\n" + std::string(kNoLookupListHint)));
+    }
+    for (QWidget* extra : field.Extras) extra->setEnabled(!read_only);
   }
 }
 
@@ -185,12 +214,9 @@ void TFieldPageWidget::cbxExpand_OnClick(bool checked) {
   platform::RunHandler("TSaW_Pages.TFieldPageWidget.cbxExpand_OnClick", [&](int&) {
     platform::Dialogs& dialogs = Services().Dialogs;
     const bool expanded =
-        page_.cbxExpand_OnClick(checked, [&dialogs](const std::string& message) { dialogs.ShowMessage(message); });
+        page_.cbxExpand_OnClick(checked, [&dialogs](const std::string& message) { dialogs.ShowMessage(platform::TMessageKind::Warning, message); });
     cbxExpand_->setChecked(expanded);
-    for (const TFieldControls& field : fields_) {
-      SetEditorReadOnly(field.Editor, expanded);
-      if (field.Lookup != nullptr) field.Lookup->setEnabled(!expanded);
-    }
+    ShowEditability();
     LoadFields();
     ShowOutcome();
   });

@@ -38,6 +38,9 @@ class TFieldPageWidget : public TPageWidget {
   void AddBesideField(uint16_t var_idx, QWidget* control);
   // The one-line editor of the field showing `var_idx`, or nullptr.
   QLineEdit* LineEdit(uint16_t var_idx) const;
+  // Makes every field editable or read-only (the preview, the template's marks), with its
+  // look-up and the controls beside it enabled to match.
+  void ShowEditability();
 
  private:
   struct TFieldControls {
@@ -45,6 +48,8 @@ class TFieldPageWidget : public TPageWidget {
     QWidget* Editor;       // a QLineEdit, or a QPlainTextEdit for a "mem" field
     QToolButton* Lookup;   // nullptr for a field without look-up
     int Row;
+    bool Locked;                   // the template marked the variable read-only
+    std::vector<QWidget*> Extras;  // controls beside the field that change it (Browse...)
   };
 
   void AddField(const TField& field, int row);
@@ -63,6 +68,9 @@ class TFieldPageWidget : public TPageWidget {
   QLabel* lab1Pin_ = nullptr;
   bool loading_ = false;  // set while the page itself writes the fields
 };
+
+// The second line of the hint of a look-up button whose field has no list to offer.
+inline constexpr std::string_view kNoLookupListHint = " No list of values to look up for this field ";
 
 // "Plugin Index:", the caption of a selector on its own row.
 inline constexpr std::string_view kSelectorCaption = "Plugin Index:";

@@ -7,12 +7,15 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QToolButton>
 
 #include <memory>
 
 #include "pages/page_widgets.h"
 #include "pages/widget_test_support.h"
+#include "templates/template_info.h"
 
 namespace tsaw {
 namespace {
@@ -68,6 +71,7 @@ TEST_F(CommonPageWidgetTest, TypingWritesTheWizardAndRevalidatesAtOnce) {
 TEST_F(CommonPageWidgetTest, ExpandVariablesShowsAReadOnlyPreview) {
   SetVar(bench_.Wizard, viCompanyName, "Acme");
   SetVar(bench_.Wizard, viProductName, "#Company.Name# Tools");
+  testing::AddLookup(bench_.Wizard, viProductName, "Products", "Pick one", "Rocket\r\nSled");
   auto page = Open();
   ShowActive(*page);
   auto* product = Find<QLineEdit>(*page, "ediProductName");
@@ -86,6 +90,50 @@ TEST_F(CommonPageWidgetTest, ExpandVariablesShowsAReadOnlyPreview) {
   EXPECT_EQ(product->text(), "#Company.Name# Tools");
   EXPECT_FALSE(product->isReadOnly());
   EXPECT_TRUE(Find<QToolButton>(*page, "btnLookupProductName")->isEnabled());
+}
+
+TEST_F(CommonPageWidgetTest, ALookupButtonWithoutAListIsOffAndSaysSo) {
+  testing::AddLookup(bench_.Wizard, viAuthor, "Authors", "Pick an author", "Ann\r\nBob");
+  testing::AddLookup(bench_.Wizard, viCopyright, "Copyrights", "Pick one", "");
+  auto page = Open();
+  ShowActive(*page);
+  for (const char* name : {"btnLookupCompanyName", "btnLookupCopyright"}) {
+    auto* lookup = Find<QToolButton>(*page, name);
+    EXPECT_FALSE(lookup->isEnabled()) << name;
+    EXPECT_TRUE(lookup->toolTip().endsWith("\n No list of values to look up for this field ")) << name;
+  }
+  auto* author = Find<QToolButton>(*page, "btnLookupAuthor");
+  EXPECT_TRUE(author->isEnabled());
+  EXPECT_EQ(author->toolTip(), " Pick an author ");
+}
+
+TEST_F(CommonPageWidgetTest, AFieldTheTemplateMarksReadOnlyCannotBeChangedAndLooksIt) {
+  auto marked = std::make_shared<TTemplateInfo>();
+  marked->IsTemplate = marked->IsValid = true;
+  marked->FolderName = "Locked Demo";
+  marked->ReadOnly.assign(viCompanyName + 1, false);
+  marked->ReadOnly[viCompanyName] = true;
+  bench_.Wizard.SelectedTemplate = marked;
+  SetVar(bench_.Wizard, viCompanyName, "Acme");
+  testing::AddLookup(bench_.Wizard, viCompanyName, "Companies", "Pick one", "Acme\r\nZeta");
+  auto page = Open();
+  ShowActive(*page);
+  auto* company = Find<QLineEdit>(*page, "ediCompanyName");
+  auto* product = Find<QLineEdit>(*page, "ediProductName");
+  EXPECT_TRUE(company->isReadOnly());
+  EXPECT_EQ(company->toolTip(), " Read-only: set by the template \"Locked Demo\" ");
+  EXPECT_FALSE(Find<QToolButton>(*page, "btnLookupCompanyName")->isEnabled());
+  EXPECT_NE(company->palette().color(QPalette::Base), product->palette().color(QPalette::Base));
+  QTest::keyClicks(company, "X");
+  EXPECT_EQ(bench_.Wizard.Variables[viCompanyName].Value, "Acme");
+
+  auto* expand = Find<QCheckBox>(*page, "cbxExpand");
+  QTest::mouseClick(expand, Qt::LeftButton);
+  EXPECT_EQ(product->palette().color(QPalette::Base), company->palette().color(QPalette::Base))
+      << "the preview looks read-only too";
+  QTest::mouseClick(expand, Qt::LeftButton);
+  EXPECT_TRUE(company->isReadOnly());
+  EXPECT_FALSE(product->isReadOnly());
 }
 
 TEST_F(CommonPageWidgetTest, CircularReferenceKeepsThePreviewOff) {
@@ -151,7 +199,8 @@ TEST_F(CommonPageWidgetTest, AdviceFollowsTheFocusAndThePageRemembersItsTabAndCo
   EXPECT_EQ(advice->toPlainText(),
             "\"Projects Prefix\" may be optionally referenced in the \"Host Project Name\" and \"Plugin Project "
             "Name\".");
-  QTest::mouseClick(Find<QToolButton>(*page, "labTabValidation"), Qt::LeftButton);
+  QTabBar* tabs = Find<QTabWidget>(*page, "tabInfo")->tabBar();
+  QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(0).center());
   EXPECT_FALSE(advice->isVisible());
   page.reset();
 
@@ -170,7 +219,8 @@ TEST(PluginPageWidgetTest, DescriptionIsAMultiLineFieldThatThePreviewLocks) {
   ShowActive(*page);
   EXPECT_EQ(Find<QLabel>(*page, "labValidationCap")->text(), "1 Error:");
   EXPECT_TRUE(Find<QPlainTextEdit>(*page, "memValidation")->toPlainText().startsWith("1 - Plugin[2] Version"));
-  EXPECT_EQ(Find<QToolButton>(*page, "btnLookupVersion")->toolTip(), " Lookup for a vaue in a list ");
+  EXPECT_EQ(Find<QToolButton>(*page, "btnLookupVersion")->toolTip(),
+            " Lookup for a vaue in a list \n No list of values to look up for this field ");
 
   auto* description = Find<QPlainTextEdit>(*page, "memDescription");
   EXPECT_EQ(description->toPlainText(), "First\nSecond");

@@ -72,7 +72,7 @@ void TLanguagesPageWidget::cbx_OnClick(std::size_t i) {
       if (step.Kind == TClickStep::TKind::SetState)
         ShowState(box, step.State);
       else
-        Services().Dialogs.ShowMessage(step.Message);
+        Services().Dialogs.ShowMessage(platform::TMessageKind::Information, step.Message);
     }
     ShowBoxes();
     ShowOutcome();

@@ -18,15 +18,7 @@ TEST(LookupValuesTest, SortedOnceEachIgnoringCaseAndBlankLines) {
 // A wizard whose Author has the look-up variable "Lookup.Author" holding `list`.
 TWizard WizardWithAuthorLookup(const std::string& list) {
   TWizard wizard = testing::MakeWizard(1);
-  TVariableItem lookup;
-  lookup.Name = "Lookup.Author";
-  lookup.Title = "Authors";
-  lookup.Value = list;
-  lookup.IsLookup = true;
-  lookup.LookedUpVar = viAuthor;
-  wizard.Variables.push_back(std::move(lookup));
-  wizard.VarCount = static_cast<uint16_t>(wizard.Variables.size() - 1);
-  wizard.Variables[viAuthor].LookupVar = wizard.VarCount;
+  testing::AddLookup(wizard, viAuthor, "Authors", "", list);
   return wizard;
 }
 

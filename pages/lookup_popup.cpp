@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -66,7 +67,10 @@ TfrmLookup::TfrmLookup(const QString& caption, const std::vector<std::string>& v
   layout->setContentsMargins(1, 1, 1, 1);
   layout->addWidget(labCaption_);
   layout->addWidget(scroll);
-  if (anchor != nullptr) move(anchor->mapToGlobal(QPoint(0, anchor->height())));
+  if (anchor != nullptr && anchor->screen() != nullptr) {
+    const QRect field(anchor->mapToGlobal(QPoint(0, 0)), anchor->size());
+    move(PopupPlace(field, sizeHint(), anchor->screen()->availableGeometry()));
+  }
 
   connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
     const bool active = state == Qt::ApplicationActive;
@@ -74,6 +78,16 @@ TfrmLookup::TfrmLookup(const QString& caption, const std::vector<std::string>& v
                                : "Application deactivated. Changing caption color...");
     SetCaptionActive(active);
   });
+}
+
+QPoint PopupPlace(const QRect& field, const QSize& popup, const QRect& screen) {
+  int y = field.bottom() + 1;
+  if (y + popup.height() > screen.bottom() + 1 && field.top() - popup.height() >= screen.top()) {
+    y = field.top() - popup.height();
+  }
+  y = std::max(screen.top(), std::min(y, screen.bottom() + 1 - popup.height()));
+  const int x = std::max(screen.left(), std::min(field.left(), screen.right() + 1 - popup.width()));
+  return {x, y};
 }
 
 void TfrmLookup::SetCaptionActive(bool active) {

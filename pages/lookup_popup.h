@@ -3,6 +3,9 @@
 // the user picks the value the field takes.
 
 #include <QDialog>
+#include <QPoint>
+#include <QRect>
+#include <QSize>
 
 #include <string>
 #include <vector>
@@ -40,6 +43,11 @@ class TfrmLookup : public QDialog {
   std::string selected_;
   int preselected_ = -1;
 };
+
+// Where a popup of size `popup` opens for a field at `field` (screen coordinates): below the
+// field, above it when it would pass the bottom of `screen` (the available area), and moved
+// sideways or up as far as needed to stay on it.
+QPoint PopupPlace(const QRect& field, const QSize& popup, const QRect& screen);
 
 // Shows the popup for `edit` and returns the value chosen; empty when nothing was.
 std::string LookupList(QLineEdit* edit, const std::string& caption, const std::vector<std::string>& values,

@@ -25,16 +25,7 @@ using testing::ShowActive;
 class LookupPopupTest : public ::testing::Test {
  protected:
   LookupPopupTest() : bench_(1) {
-    TVariableItem lookup;
-    lookup.Name = "Lookup.Author";
-    lookup.Title = "Authors";
-    lookup.Hint = "Pick an author";
-    lookup.Value = "Tom & Jerry\r\nAnn\r\nTom & Jerry\r\nBob";
-    lookup.IsLookup = true;
-    lookup.LookedUpVar = viAuthor;
-    bench_.Wizard.Variables.push_back(std::move(lookup));
-    bench_.Wizard.VarCount = static_cast<uint16_t>(bench_.Wizard.Variables.size() - 1);
-    bench_.Wizard.Variables[viAuthor].LookupVar = bench_.Wizard.VarCount;
+    testing::AddLookup(bench_.Wizard, viAuthor, "Authors", "Pick an author", "Tom & Jerry\r\nAnn\r\nTom & Jerry\r\nBob");
     SetVar(bench_.Wizard, viAuthor, "Ann");
     SetVar(bench_.Wizard, viProjectsPrefix, "P");
     page_.reset(NewCommonPage(bench_.Services(), nullptr));
@@ -63,7 +54,8 @@ class LookupPopupTest : public ::testing::Test {
 
 TEST_F(LookupPopupTest, ShowsEachValueOnceInOrderWithTheCurrentOneChecked) {
   EXPECT_EQ(Find<QToolButton>(*page_, "btnLookupAuthor")->toolTip(), " Pick an author ");
-  EXPECT_EQ(Find<QToolButton>(*page_, "btnLookupCompanyName")->toolTip(), " Lookup for a value in a list ");
+  EXPECT_EQ(Find<QToolButton>(*page_, "btnLookupCompanyName")->toolTip(),
+            " Lookup for a value in a list \n No list of values to look up for this field ");
   QStringList captions;
   Lookup("btnLookupAuthor", [&](TfrmLookup* popup) {
     ASSERT_NE(popup, nullptr);
@@ -102,10 +94,32 @@ TEST_F(LookupPopupTest, DoubleClickTakesTheValue) {
 }
 
 TEST_F(LookupPopupTest, FieldWithoutLookupOpensNothingButTakesTheFocus) {
-  bool opened = true;
-  Lookup("btnLookupCompanyName", [&](TfrmLookup* popup) { opened = popup != nullptr; });
+  bool opened = false;
+  QTimer::singleShot(0, [&] { opened = QApplication::activePopupWidget() != nullptr; });
+  auto* company = Find<QLineEdit>(*page_, "ediCompanyName");
+  Lookup_Edit(bench_.Wizard, viCompanyName, company);
+  QCoreApplication::processEvents();
   EXPECT_FALSE(opened);
-  EXPECT_EQ(QApplication::focusWidget(), Find<QWidget>(*page_, "ediCompanyName"));
+  EXPECT_EQ(QApplication::focusWidget(), company);
+}
+
+TEST(LookupPopupPlaceTest, OpensBelowTheFieldOrAboveItAndStaysOnTheScreen) {
+  const QRect screen(0, 0, 1000, 800);
+  const QSize popup(200, 300);
+  const struct {
+    const char* name;
+    QRect field;
+    QPoint place;
+  } cases[] = {
+      {"room below", {100, 100, 300, 20}, {100, 120}},
+      {"near the bottom edge: above", {100, 700, 300, 20}, {100, 400}},
+      {"near the right edge: moved left", {900, 100, 300, 20}, {800, 120}},
+      {"just room above", {100, 500, 300, 20}, {100, 200}},
+      {"field off the left edge", {-50, 100, 300, 20}, {0, 120}},
+  };
+  for (const auto& c : cases) EXPECT_EQ(PopupPlace(c.field, popup, screen), c.place) << c.name;
+  EXPECT_EQ(PopupPlace({100, 300, 300, 20}, QSize(200, 600), screen), QPoint(100, 200)) << "no room above or below";
+  EXPECT_EQ(PopupPlace({100, 600, 300, 20}, QSize(200, 900), screen), QPoint(100, 0)) << "taller than the screen";
 }
 
 TEST(LookupPopupOwnTest, NothingPreselectedLeavesTheFirstRadioFocusedButUnchosen) {

@@ -7,6 +7,7 @@
 #include <QLabel>
 
 #include "platform/handler_guard.h"
+#include "templates/template_info.h"
 
 namespace tsaw {
 
@@ -20,6 +21,10 @@ TOptionsPageWidget::TOptionsPageWidget(const TPageServices& services, std::uniqu
     auto* box = new QCheckBox(FieldsPanel());
     box->setObjectName(ToQt(option.Box));
     box->setToolTip(ToQt(option.Hint));
+    if (const std::string locker = LockingTemplate(services.Wizard, option.VarIdx); !locker.empty()) {
+      box->setEnabled(false);
+      box->setToolTip(ToQt(" Read-only: set by the template \"" + locker + "\" "));
+    }
     auto* label = new QLabel(ToQt(option.Caption), FieldsPanel());
     label->setObjectName(ToQt(option.Label));
     label->setToolTip(ToQt(option.Hint));
@@ -55,6 +60,7 @@ void TOptionsPageWidget::cbx_OnClick(std::size_t i) {
 
 void TOptionsPageWidget::lab_OnClick(std::size_t i) {
   platform::RunHandler("TSaW_Pages.TOptionsPageWidget.lab_OnClick", [&](int&) {
+    if (!boxes_[i]->isEnabled()) return;
     page_.lab_OnClick(page_.Options()[i].Label);
     if (boxes_[i]->focusPolicy() != Qt::NoFocus) boxes_[i]->setFocus(Qt::MouseFocusReason);
     ShowBoxes();

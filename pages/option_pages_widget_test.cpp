@@ -9,6 +9,7 @@
 
 #include "pages/page_widgets.h"
 #include "pages/widget_test_support.h"
+#include "templates/template_info.h"
 
 namespace tsaw {
 namespace {
@@ -78,6 +79,25 @@ TEST(CosmeticsPageWidgetTest, CaptionLabelTogglesItsBox) {
   EXPECT_TRUE(Find<QCheckBox>(*page, "cbxCommentedHeaders")->isChecked());
   EXPECT_EQ(bench.Wizard.Variables[viCosmeticCommentedHeaders].Value, "True");
   EXPECT_EQ(QApplication::focusWidget(), Find<QWidget>(*page, "cbxCommentedHeaders"));
+}
+
+TEST(CosmeticsPageWidgetTest, ASwitchTheTemplateMarksReadOnlyCannotBeToggled) {
+  PageBench bench(1);
+  SetVar(bench.Wizard, viCosmeticCommentedHeaders, "True");
+  auto marked = std::make_shared<TTemplateInfo>();
+  marked->FolderName = "Locked Demo";
+  marked->ReadOnly.assign(viCosmeticCommentedHeaders + 1, false);
+  marked->ReadOnly[viCosmeticCommentedHeaders] = true;
+  bench.Wizard.SelectedTemplate = marked;
+  std::unique_ptr<QWidget> page(NewCosmeticsPage(bench.Services(), nullptr));
+  ShowActive(*page);
+  auto* box = Find<QCheckBox>(*page, "cbxCommentedHeaders");
+  EXPECT_FALSE(box->isEnabled());
+  EXPECT_EQ(box->toolTip(), " Read-only: set by the template \"Locked Demo\" ");
+  QTest::mouseClick(Find<QLabel>(*page, "labCommentedHeaders"), Qt::LeftButton);
+  QTest::mouseClick(box, Qt::LeftButton);
+  EXPECT_TRUE(box->isChecked());
+  EXPECT_EQ(bench.Wizard.Variables[viCosmeticCommentedHeaders].Value, "True");
 }
 
 }  // namespace

@@ -47,9 +47,9 @@ void TOutputPageWidget::btnBrowse_OnClick() {
     const TWizard& wizard = Services().Wizard;
     const int mode = wizard.ShellBrowserMode;
     QLineEdit* field = LineEdit(viOutputBaseFolder);
-    if ((mode != kNativeBrowser && mode != kQtBrowser) || field == nullptr) return;
+    if ((mode != kNativeBrowser && mode != kQtBrowser) || field == nullptr || field->isReadOnly()) return;
     btnBrowse_->setEnabled(false);
-    const auto restore = qScopeGuard([this] { btnBrowse_->setEnabled(true); });
+    const auto restore = qScopeGuard([this] { ShowEditability(); });
     step = 10;
     const std::string start = ExpandVar(wizard, FromQt(field->text()));
     const TFolderChooser& choose = Services().ChooseFolder;

@@ -15,7 +15,8 @@ class TOutputPageWidget : public TFieldPageWidget {
   // Browses for the folder in the wizard's browsing mode (1: the desktop's dialog, 2: Qt's own;
   // any other mode does nothing) and puts the choice into the field with a path variable in place
   // of its beginning where one fits. Cancelling, or in mode 2 choosing the folder it opened at,
-  // changes nothing. The button is disabled while the dialog is up.
+  // changes nothing. The button is disabled while the dialog is up, and whenever the field is
+  // read-only (the preview, or the template's mark).
   void btnBrowse_OnClick();
 
  private:

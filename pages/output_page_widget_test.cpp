@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -56,6 +57,21 @@ TEST_F(OutputPageWidgetTest, BrowsedFolderIsStoredWithItsPathVariable) {
   EXPECT_EQ(Field(), "/home/ann/work/");
 }
 
+TEST_F(OutputPageWidgetTest, ThePreviewTurnsBrowseOffSoThatNothingChangesTheField) {
+  Open();
+  auto* browse = Find<QToolButton>(*page_, "btnBrowse");
+  auto* expand = Find<QCheckBox>(*page_, "cbxExpand");
+  QTest::mouseClick(expand, Qt::LeftButton);
+  EXPECT_FALSE(browse->isEnabled());
+  answer_ = "/opt/Elsewhere";
+  browse->click();
+  EXPECT_TRUE(asked_.empty());
+  EXPECT_EQ(bench_.Wizard.Variables[viOutputBaseFolder].Value, "#Path.Delphi#/Out");
+
+  QTest::mouseClick(expand, Qt::LeftButton);
+  EXPECT_TRUE(browse->isEnabled());
+}
+
 TEST_F(OutputPageWidgetTest, CancellingOrAnUnknownModeChangesNothing) {
   Open();
   Browse();
@@ -89,7 +105,8 @@ TEST_F(OutputPageWidgetTest, TabKeyWalksTheFieldRowThenThePreviewThenTheInformat
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     visited << QApplication::focusWidget()->objectName();
   }
-  EXPECT_EQ(visited, QStringList({"btnLookupBaseFolder", "btnBrowse", "cbxExpand", "labTabValidation"}));
+  EXPECT_EQ(visited, QStringList({"btnBrowse", "cbxExpand", "qt_tabwidget_tabbar", "memAdvice"}))
+      << "the look-up without a list is off and skipped";
 }
 
 }  // namespace

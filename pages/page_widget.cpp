@@ -3,15 +3,15 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QIcon>
 #include <QLabel>
 #include <QPlainTextEdit>
-#include <QStyle>
 #include <QTimer>
-#include <QToolButton>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QVBoxLayout>
 
 #include "platform/handler_guard.h"
+#include "templates/template_info.h"
 
 namespace tsaw {
 
@@ -25,34 +25,35 @@ std::string FromQt(const QString& text) {
   return crlf.toStdString();
 }
 
-namespace {
-
-QToolButton* MakeTab(const char* name, std::string_view caption, QWidget* parent) {
-  auto* tab = new QToolButton(parent);
-  tab->setObjectName(name);
-  tab->setText(ToQt(caption));
-  tab->setAutoRaise(true);
-  tab->setFocusPolicy(Qt::TabFocus);
-  return tab;
+std::string LockingTemplate(const TWizard& wizard, uint16_t var_idx) {
+  const TTemplateInfo* info = wizard.SelectedTemplate.get();
+  return info && IsReadOnly(*info, var_idx) ? info->FolderName : std::string();
 }
+
+namespace {
 
 QPlainTextEdit* MakeMemo(const char* name, QWidget* parent) {
   auto* memo = new QPlainTextEdit(parent);
   memo->setObjectName(name);
   memo->setReadOnly(true);
+  memo->setTabChangesFocus(true);
   return memo;
+}
+
+// One page of the information tabs: its caption over its memo.
+QWidget* TabPage(const char* name, QLabel* caption, QPlainTextEdit* memo) {
+  auto* page = new QWidget;
+  page->setObjectName(name);
+  auto* column = new QVBoxLayout(page);
+  column->addWidget(caption);
+  column->addWidget(memo, 1);
+  return page;
 }
 
 QLabel* MakeLabel(const char* name, std::string_view caption, QWidget* parent) {
   auto* label = new QLabel(ToQt(caption), parent);
   label->setObjectName(name);
   return label;
-}
-
-void SetBold(QWidget* widget, bool bold) {
-  QFont font = widget->font();
-  font.setBold(bold);
-  widget->setFont(font);
 }
 
 }  // namespace
@@ -78,49 +79,25 @@ TPageWidget::TPageWidget(const TPageServices& services, std::unique_ptr<TPageMod
 TPageWidget::~TPageWidget() = default;
 
 QWidget* TPageWidget::MakeInfoArea() {
-  auto* area = new QWidget(this);
-  labTabValidation_ = MakeTab("labTabValidation", kValidationTabCaption, area);
-  labTabAdvice_ = MakeTab("labTabAdvice", kAdviceTabCaption, area);
-  imgArrow_ = new QLabel(area);
-  imgArrow_->setObjectName("imgArrow");
-  const QIcon arrow = QIcon::fromTheme("go-next", style()->standardIcon(QStyle::SP_ArrowRight));
-  imgArrow_->setPixmap(arrow.pixmap(16, 16));
-
-  tabs_ = new QGridLayout;
-  tabs_->addWidget(labTabValidation_, 0, 1);
-  tabs_->addWidget(labTabAdvice_, 1, 1);
-  tabs_->setRowStretch(2, 1);
-  tabs_->setColumnMinimumWidth(0, 18);
-
-  labValidationCap_ = MakeLabel("labValidationCap", kInitialValidationCaption, area);
-  labAdviceCap_ = MakeLabel("labAdviceCap", kAdviceCaption, area);
-  memValidation_ = MakeMemo("memValidation", area);
-  memAdvice_ = MakeMemo("memAdvice", area);
+  tabInfo_ = new QTabWidget(this);
+  tabInfo_->setObjectName("tabInfo");
+  labValidationCap_ = MakeLabel("labValidationCap", kInitialValidationCaption, tabInfo_);
+  labAdviceCap_ = MakeLabel("labAdviceCap", kAdviceCaption, tabInfo_);
+  memValidation_ = MakeMemo("memValidation", tabInfo_);
+  memAdvice_ = MakeMemo("memAdvice", tabInfo_);
   memAdvice_->setPlainText(ToQt(kInitialAdvice));
   WatchFocus(memValidation_);
   WatchFocus(memAdvice_);
-
-  auto* memos = new QVBoxLayout;
-  for (QWidget* w : {static_cast<QWidget*>(labValidationCap_), static_cast<QWidget*>(memValidation_),
-                     static_cast<QWidget*>(labAdviceCap_), static_cast<QWidget*>(memAdvice_)})
-    memos->addWidget(w);
-  auto* layout = new QHBoxLayout(area);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addLayout(tabs_);
-  layout->addLayout(memos, 1);
-
-  ConnectTab(labTabValidation_, kInfoTabValidation);
-  ConnectTab(labTabAdvice_, kInfoTabAdvice);
-  return area;
-}
-
-void TPageWidget::ConnectTab(QToolButton* label, int tab) {
-  connect(label, &QToolButton::clicked, this, [this, tab] {
+  tabInfo_->addTab(TabPage("tabValidation", labValidationCap_, memValidation_), ToQt(kValidationTabCaption));
+  tabInfo_->addTab(TabPage("tabAdvice", labAdviceCap_, memAdvice_), ToQt(kAdviceTabCaption));
+  // Any way of choosing a tab (click, arrow keys, Ctrl+Tab) is the user's choice for this page.
+  connect(tabInfo_, &QTabWidget::currentChanged, this, [this](int index) {
+    if (showing_tab_) return;
     platform::RunHandler("TSaW_Pages.TPageWidget.labTabInfo_OnClick", [&](int&) {
-      model_->labTabInfo_OnClick(tab);
-      ShowTab(tab);
+      model_->labTabInfo_OnClick(index == 1 ? kInfoTabAdvice : kInfoTabValidation);
     });
   });
+  return tabInfo_;
 }
 
 void TPageWidget::OpenPage() {
@@ -135,15 +112,10 @@ void TPageWidget::ShowOutcome() {
 }
 
 void TPageWidget::ShowTab(int tab) {
-  const bool advice = tab == kInfoTabAdvice;
-  memAdvice_->setVisible(advice);
-  labAdviceCap_->setVisible(advice);
-  memValidation_->setVisible(!advice);
-  labValidationCap_->setVisible(!advice);
-  SetBold(labTabAdvice_, advice);
-  SetBold(labTabValidation_, !advice);
-  tabs_->removeWidget(imgArrow_);
-  tabs_->addWidget(imgArrow_, advice ? 1 : 0, 0);
+  const bool shown = showing_tab_;
+  showing_tab_ = true;
+  tabInfo_->setCurrentIndex(tab == kInfoTabAdvice ? 1 : 0);
+  showing_tab_ = shown;
 }
 
 void TPageWidget::WatchFocus(QWidget* control) { control->installEventFilter(this); }
@@ -174,15 +146,13 @@ void TPageWidget::PutInfoAreaLast() {
     if (panFields_->isAncestorOf(control) && (control->focusPolicy() & Qt::TabFocus)) last = control;
   }
   if (last == nullptr) return;
-  for (QWidget* next : std::initializer_list<QWidget*>{labTabValidation_, labTabAdvice_, memValidation_, memAdvice_}) {
+  for (QWidget* next : std::initializer_list<QWidget*>{tabInfo_->tabBar(), memValidation_, memAdvice_}) {
     setTabOrder(last, next);
     last = next;
   }
 }
 
 void TPageWidget::RestoreFocus() {
-  labTabValidation_->raise();
-  labTabAdvice_->raise();
   const std::string& last = model_->LastEnteredControl();
   QWidget* control = last.empty() ? nullptr : findChild<QWidget*>(QString::fromStdString(last));
   if (control == nullptr || !control->isEnabled() || !control->isVisible()) control = BestControlToFocus();

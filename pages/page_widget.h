@@ -1,6 +1,7 @@
 #pragma once
 // The frame every data-entry page widget shares: the introduction, the panel of fields, and the
-// information area with its "Validation" and "Advice" tabs. The page's rules and texts live in its
+// information area with its "Validation" and "Advice" tabs (the same tab control as the
+// Template Selection page's). The page's rules and texts live in its
 // plain TPageModel; the widget only draws the model and forwards what the user does to it.
 
 #include <QWidget>
@@ -17,10 +18,9 @@
 #include "platform/dialogs.h"
 
 class QGroupBox;
-class QGridLayout;
 class QLabel;
 class QPlainTextEdit;
-class QToolButton;
+class QTabWidget;
 
 namespace tsaw {
 
@@ -38,6 +38,10 @@ struct TPageServices {
   platform::Dialogs& Dialogs;
   TFolderChooser ChooseFolder = {};
 };
+
+// The name of the selected template when its "Default Values" marked variable `var_idx`
+// read-only (`¦ $ReadOnly`), else empty.
+std::string LockingTemplate(const TWizard& wizard, uint16_t var_idx);
 
 // Model text (UTF-8, CR LF line breaks) for a Qt control, and back.
 QString ToQt(std::string_view text);
@@ -67,9 +71,9 @@ class TPageWidget : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  // The "Validation" and "Advice" tabs; choosing one remembers it for this page type.
   QWidget* MakeInfoArea();
-  // Clicking `label` shows `tab` and remembers it for this page type.
-  void ConnectTab(QToolButton* label, int tab);
+  // Shows `tab` without taking it for the user's choice.
   void ShowTab(int tab);
   // The information area was built before the fields; the keyboard reaches it after them.
   void PutInfoAreaLast();
@@ -81,10 +85,8 @@ class TPageWidget : public QWidget {
   std::unique_ptr<TPageModel> model_;
   QLabel* labMainText_;
   QGroupBox* panFields_;
-  QGridLayout* tabs_;
-  QLabel* imgArrow_;
-  QToolButton* labTabValidation_;
-  QToolButton* labTabAdvice_;
+  QTabWidget* tabInfo_;
+  bool showing_tab_ = false;  // set while the page itself switches the tab
   QLabel* labValidationCap_;
   QLabel* labAdviceCap_;
   QPlainTextEdit* memValidation_;

@@ -103,6 +103,7 @@ TfrmTemplates::TfrmTemplates(TWizard& wizard, TTemplatesActions actions, QWidget
   }
   FillTree();
   ShowSelection();
+  ShowTabFor(catalogue_.View());
   ShowJobLock(!wizard_.ActiveJobFile.empty());
 }
 
@@ -199,6 +200,7 @@ void TfrmTemplates::TreeView_OnChange(QTreeWidgetItem* item) {
     catalogue_.Select(NodeOf(item));
     step = 20;
     ShowSelection();
+    ShowTabFor(catalogue_.View());
   });
 }
 
@@ -231,6 +233,7 @@ void TfrmTemplates::btnCloseJob_OnClick() {
     // Handled as a new selection: the template's own defaults replace the Job's values.
     catalogue_.Select(catalogue_.Selected());
     ShowSelection();
+    ShowTabFor(catalogue_.View());
   });
 }
 
@@ -259,9 +262,9 @@ void TfrmTemplates::ShowSelection() {
   labErrorName_->setText(QString::fromStdString(view.ErrorName));
   memValidation_->setPlainText(Shown(view.Message));
   memAdvice_->setPlainText(Shown(view.Advice));
-  const bool bad = !view.ErrorName.empty();
-  tabInfo_->setCurrentIndex(bad ? 0 : 1);
 }
+
+void TfrmTemplates::ShowTabFor(const TSelectionView& view) { tabInfo_->setCurrentIndex(view.ErrorName.empty() ? 1 : 0); }
 
 void TfrmTemplates::ShowJobLock(bool locked) {
   tvTemplates_->setEnabled(!locked);

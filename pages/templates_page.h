@@ -47,7 +47,10 @@ class TfrmTemplates : public QWidget {
   void TreeView_OnChange(QTreeWidgetItem* item);
   void DoAndShow(TTreeAction action);
   void FillTree();
+  // Fills the details, the validation result and the advice; the tab shown stays as it is.
   void ShowSelection();
+  // Shows the Validation tab for a bad template, else the Advice tab: what a new selection needs.
+  void ShowTabFor(const TSelectionView& view);
   void ShowJobLock(bool locked);
 
   TWizard& wizard_;

@@ -123,8 +123,12 @@ TEST_F(TemplatesPageTest, KeyboardMovesTheSelection) {
 TEST_F(TemplatesPageTest, TreeButtonsKeepTheSelectedTemplateSelectedAndVisible) {
   Open();
   ClickItem("Good One");
+  auto* tabs = page_->findChild<QTabWidget*>("tabInfo");
+  ASSERT_EQ(tabs->currentIndex(), 1);
+  tabs->setCurrentIndex(0);
   for (const char* button : {"btnCollapseAll", "btnRefresh", "btnExpandAll"}) {
     QTest::mouseClick(page_->findChild<QPushButton*>(button), Qt::LeftButton);
+    EXPECT_EQ(tabs->currentIndex(), 0) << button << ": the tab the user chose stays";
     ASSERT_NE(tree_->currentItem(), nullptr) << button;
     EXPECT_EQ(tree_->currentItem()->text(0), "Good One") << button;
     EXPECT_TRUE(tree_->currentItem()->parent()->isExpanded()) << button;

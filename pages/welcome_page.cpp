@@ -173,9 +173,14 @@ void TfrmWelcome::btnStartFromJob_OnClick() {
     if (!file) return;
     step = 20;
     const std::string problem = Load_Job(wizard_, *file);
-    if (!problem.empty()) dialogs_.ShowMessage(problem);
+    if (!problem.empty()) dialogs_.ShowMessage(platform::TMessageKind::Warning, problem);
     step = 30;
-    actions_.JobLoaded();
+    // A Job that did not load leaves none active: the templates page opens unlocked, unmarked.
+    if (wizard_.ActiveJobFile.empty()) {
+      actions_.GoToTemplates();
+    } else {
+      actions_.JobLoaded();
+    }
   });
 }
 

@@ -90,10 +90,12 @@ TEST_F(WelcomePageTest, JobNamingNoTemplateIsReportedAndTheWizardMovesOnWithoutI
   const std::string stale = root_.Write("TSA/Wizard/Jobs/Job.002.ini", "[Job]\r\nTemplate=Demo/Gone\r\n").string();
   dialogs_.Answers.push_back(stale);
   Click("btnStartFromJob");
-  EXPECT_EQ(job_loaded_, 1);
+  EXPECT_EQ(job_loaded_, 0);
+  EXPECT_EQ(to_templates_, 1);
   EXPECT_EQ(wizard_.ActiveJobFile, "");
   ASSERT_EQ(dialogs_.Messages.size(), 1u);
   EXPECT_NE(dialogs_.Messages[0].find("Demo/Gone"), std::string::npos) << dialogs_.Messages[0];
+  EXPECT_EQ(dialogs_.MessageKinds, std::vector<platform::TMessageKind>{platform::TMessageKind::Warning});
 }
 
 TEST_F(WelcomePageTest, ConfirmedConfigurationDialogChangesNothing) {

@@ -27,11 +27,13 @@ class RecordingDialogs : public platform::Dialogs {
   std::optional<std::string> AskOpenFile(const platform::TFileDialogRequest&) override { return std::nullopt; }
   std::optional<std::string> AskSaveFile(const platform::TFileDialogRequest&) override { return std::nullopt; }
   platform::TAnswer AskOkAbort(std::string_view) override { return platform::TAnswer::Ok; }
-  void ShowMessage(std::string_view message) override {
+  void ShowMessage(platform::TMessageKind kind, std::string_view message) override {
     Messages.emplace_back(message);
+    MessageKinds.push_back(kind);
     if (OnMessage) OnMessage();
   }
   std::vector<std::string> Messages;
+  std::vector<platform::TMessageKind> MessageKinds;  // one per message
   std::function<void()> OnMessage;
 };
 

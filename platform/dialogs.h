@@ -21,6 +21,9 @@ struct TFileDialogRequest {
 // The answers of a question with the buttons OK and Abort.
 enum class TAnswer { Ok, Abort };
 
+// What a message is, as its box's icon shows it.
+enum class TMessageKind { Information, Warning, Error };
+
 class Dialogs {
  public:
   virtual ~Dialogs() = default;
@@ -31,8 +34,8 @@ class Dialogs {
   virtual std::optional<std::string> AskSaveFile(const TFileDialogRequest& request) = 0;
   // Asks `question` with the buttons OK and Abort and waits; closing the box counts as OK.
   virtual TAnswer AskOkAbort(std::string_view question) = 0;
-  // Shows `message` with a single OK button and waits for it.
-  virtual void ShowMessage(std::string_view message) = 0;
+  // Shows `message` with the icon of its `kind` and a single OK button, and waits for it.
+  virtual void ShowMessage(TMessageKind kind, std::string_view message) = 0;
 };
 
 }  // namespace tsaw::platform

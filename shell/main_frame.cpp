@@ -3,9 +3,11 @@
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QStyle>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <string>
@@ -13,6 +15,7 @@
 #include "jobs/session.h"
 #include "platform/debug_log.h"
 #include "platform/handler_guard.h"
+#include "shell/window_place.h"
 
 namespace tsaw {
 namespace {
@@ -51,7 +54,7 @@ TfrmMain::TfrmMain(TFrameServices services, QWidget* parent, const TPageTable& p
   layout->addWidget(panPages_, 1);
   layout->addWidget(Divider(this, "bevDivBottom"));
   layout->addWidget(MakeButtons());
-  resize(900, 640);
+  PlaceWindow(*this, services_.WindowSettings);
 
   const TSessionStart start = Start_Session(services_.Wizard, services_.Clock, services_.Machine);
   page_number_ = kFirstPage;
@@ -61,7 +64,7 @@ TfrmMain::TfrmMain(TFrameServices services, QWidget* parent, const TPageTable& p
     // Told once the frame is on screen, not while the host is still opening it.
     const QString text = JoinedLines(start.Messages);
     QMetaObject::invokeMethod(
-        this, [this, text] { services_.Dialogs.ShowMessage(text.toStdString()); }, Qt::QueuedConnection);
+        this, [this, text] { services_.Dialogs.ShowMessage(platform::TMessageKind::Warning, text.toStdString()); }, Qt::QueuedConnection);
   }
 }
 
@@ -69,6 +72,27 @@ TfrmMain::~TfrmMain() {
   platform::ScopedRoutine routine("TSaW_frmMain.TfrmMain.FormClose");
   // The page goes first, while the frame it may report to is still whole.
   delete current_;
+}
+
+void TfrmMain::closeEvent(QCloseEvent* event) {
+  RememberWindowPlace(*this, services_.WindowSettings);
+  QWidget::closeEvent(event);
+}
+
+void TfrmMain::keyPressEvent(QKeyEvent* event) {
+  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+    QWidget::keyPressEvent(event);
+    return;
+  }
+  QWidget* focused = focusWidget();
+  if (auto* button = qobject_cast<QAbstractButton*>(focused);
+      button && (qobject_cast<QPushButton*>(button) || qobject_cast<QToolButton*>(button))) {
+    button->click();
+  } else if (btnNext_->isVisible() && btnNext_->isEnabled()) {
+    btnNext_->click();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
 }
 
 QWidget* TfrmMain::MakeHeader() {
@@ -107,6 +131,12 @@ QWidget* TfrmMain::MakeButtons() {
   btnNext_ = new QPushButton(style()->standardIcon(QStyle::SP_ArrowForward), "&Next", row);
   btnNext_->setObjectName("btnNext");
   btnNext_->setLayoutDirection(Qt::RightToLeft);  // the arrow after the text, pointing onward
+  // Hidden during a run, they keep their room: the page above must not grow and shift under the pointer.
+  for (QPushButton* button : {btnPrev_, btnNext_}) {
+    QSizePolicy policy = button->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    button->setSizePolicy(policy);
+  }
   connect(btnPrev_, &QPushButton::clicked, this, [this] { btnPrevNext_OnClick(kTagPrev); });
   connect(btnNext_, &QPushButton::clicked, this, [this] { btnPrevNext_OnClick(kTagNext); });
   auto* layout = new QHBoxLayout(row);
@@ -182,6 +212,17 @@ void TfrmMain::UpdatePage() {
   panPages_->layout()->addWidget(page);
   page->show();
   current_ = page;
+  PutNavigationAfter(*page);
+}
+
+void TfrmMain::PutNavigationAfter(const QWidget& page) {
+  QWidget* last = nullptr;
+  for (QWidget* control = nextInFocusChain(); control != this; control = control->nextInFocusChain()) {
+    if (page.isAncestorOf(control) && (control->focusPolicy() & Qt::TabFocus)) last = control;
+  }
+  if (last == nullptr) return;
+  setTabOrder(last, btnPrev_);
+  setTabOrder(btnPrev_, btnNext_);
 }
 
 void TfrmMain::KillPages() {

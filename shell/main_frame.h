@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <filesystem>
+
 #include "model/wizard.h"
 #include "pages/page_memory.h"
 #include "platform/clock.h"
@@ -23,6 +25,8 @@ struct TFrameServices {
   const platform::Clock& Clock;
   const platform::MachineFolders& Machine;
   platform::Dialogs& Dialogs;
+  // Where the window's size and place are kept between sessions; empty: nowhere, it opens fitted.
+  std::filesystem::path WindowSettings = {};
 };
 
 // The frame (`TfrmMain`). Creating it starts the wizard session (folders below the framework
@@ -56,12 +60,20 @@ class TfrmMain : public QWidget {
   void ShowJobMark();
   void HideJobMark();
 
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  // Enter that no control took (a multi-line field takes it) means Next where Next is enabled;
+  // on a focused push or tool button it presses that button.
+  void keyPressEvent(QKeyEvent* event) override;
+
  private:
   QWidget* MakeHeader();
   QWidget* MakeButtons();
   void ChangePage();
   void UpdatePage();
   void KillPages();
+  // The keyboard reaches Previous and Next after the last control of `page`.
+  void PutNavigationAfter(const QWidget& page);
 
   TFrameServices services_;
   const TPageTable& pages_;

@@ -167,6 +167,49 @@ TEST_F(MainFrameTest, LoadedJobMarksTheFrameAndLocksTheTemplatesUntilClosed) {
   EXPECT_TRUE(Find("tvTemplates")->isEnabled());
 }
 
+TEST_F(MainFrameTest, AJobThatDoesNotLoadLeavesTheWizardUsableAndUnmarked) {
+  const struct {
+    const char* name;
+    const char* content;  // nullptr: the file does not exist
+  } cases[] = {
+      {"missing template", "[Job]\r\nTemplate=Nowhere/Gone\r\n"},
+      {"empty template", "[Job]\r\nTemplate=\r\n"},
+      {"no Job section", "[Default Values]\r\nProduct.Name=X\r\n"},
+      {"no file", nullptr},
+  };
+  for (const auto& c : cases) {
+    const std::string file = (root_.path() / "TSA/Wizard/Jobs/Bad.ini").string();
+    std::filesystem::remove(file);
+    if (c.content) root_.Write("TSA/Wizard/Jobs/Bad.ini", c.content);
+    Open();
+    dialogs_.Messages.clear();
+    dialogs_.Answers.push_back(file);
+    Click("btnStartFromJob");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_EQ(dialogs_.Messages.size(), 1u) << c.name;
+    EXPECT_EQ(dialogs_.Messages[0].rfind("Job not loaded: ", 0), 0u) << c.name << dialogs_.Messages[0];
+    EXPECT_EQ(frame_->PageNumber(), 1) << c.name;
+    EXPECT_FALSE(Find("imgJobActive")->isVisible()) << c.name;
+    EXPECT_TRUE(Find("tvTemplates")->isEnabled()) << c.name;
+    SelectGoodTemplate();
+    Click("btnNext");
+    EXPECT_EQ(frame_->PageNumber(), 2) << c.name;
+  }
+}
+
+TEST_F(MainFrameTest, HidingTheNavigationMovesNothingOnThePage) {
+  Open();
+  GoTo(10);
+  QCoreApplication::processEvents();
+  const QRect pages = Find("panPages")->geometry();
+  frame_->ShowNavigation(false);
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(Find("btnNext")->isVisible());
+  EXPECT_EQ(Find("panPages")->geometry(), pages);
+  frame_->ShowNavigation(true);
+  EXPECT_TRUE(Find("btnNext")->isVisible());
+}
+
 TEST_F(MainFrameTest, CancelledJobDialogStaysOnWelcome) {
   Open();
   Click("btnStartFromJob");

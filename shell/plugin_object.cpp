@@ -6,6 +6,7 @@
 #include "platform/debug_log.h"
 #include "shell/main_frame.h"
 #include "shell/qt_dialogs.h"
+#include "shell/window_place.h"
 
 namespace tsaw {
 namespace {
@@ -70,7 +71,7 @@ void TtsaWizard::OnCommand_OpenWindow(const platform::TCommandParams& params, pl
     return;
   }
   auto* parent = static_cast<QWidget*>(params.front().Value);
-  auto* frame = new TfrmMain({wizard_, *clock_, *machine_, *dialogs_}, parent);
+  auto* frame = new TfrmMain({wizard_, *clock_, *machine_, *dialogs_, WindowSettingsFile()}, parent);
   frame->setAttribute(Qt::WA_DeleteOnClose);
   frame_ = frame;
   std::erase_if(opened_, [](const QPointer<TfrmMain>& closed) { return closed.isNull(); });

@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+#include <cstdlib>
+
 #include "shell/main_frame.h"
 #include "testing/fake_dialogs.h"
 #include "testing/qt_application.h"
@@ -15,7 +17,11 @@ namespace {
 
 class PluginObjectTest : public ::testing::Test {
  protected:
-  void SetUp() override { testing::WriteWizardRoot(root_); }
+  void SetUp() override {
+    testing::WriteWizardRoot(root_);
+    // The frames remember their place on closing: in the test's folder, not the user's.
+    setenv("XDG_CONFIG_HOME", (root_.path() / "config").c_str(), 1);
+  }
 
   std::unique_ptr<TtsaWizard> Make(platform::TInstanceMode mode = platform::TInstanceMode::SingleInstance) {
     auto plugin = std::make_unique<TtsaWizard>(std::make_unique<testing::FakeDialogs>(), mode);

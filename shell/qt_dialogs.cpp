@@ -1,9 +1,11 @@
 #include "shell/qt_dialogs.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QRegularExpression>
 
 #include "jobs/session.h"
@@ -26,9 +28,22 @@ QStringList QtNameFilters(std::string_view pairs) {
 
 namespace {
 
+// The window a dialog belongs to. Right after another dialog closes no window may be active yet;
+// a dialog without a parent would then count as the application's last window, and closing it
+// would close the wizard under the page that asked.
+QWidget* DialogParent() {
+  if (QWidget* active = QApplication::activeWindow()) return active;
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible() && window->windowType() == Qt::Window && !qobject_cast<QDialog*>(window)) return window;
+  }
+  return nullptr;
+}
+
+QString Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
 // A file dialog for `request`: opening an existing file, or saving (Qt asks before replacing).
 std::optional<std::string> AskFile(const platform::TFileDialogRequest& request, QFileDialog::AcceptMode mode) {
-  QFileDialog dialog(QApplication::activeWindow(), QString::fromStdString(request.Title),
+  QFileDialog dialog(DialogParent(), QString::fromStdString(request.Title),
                      QString::fromStdString(request.Folder));
   dialog.setAcceptMode(mode);
   dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
@@ -50,18 +65,24 @@ std::optional<std::string> TQtDialogs::AskSaveFile(const platform::TFileDialogRe
 }
 
 platform::TAnswer TQtDialogs::AskOkAbort(std::string_view question) {
-  QMessageBox box(QMessageBox::Question, QString::fromStdString(kWizardProgram.DeepName),
-                  QString::fromUtf8(question.data(), static_cast<qsizetype>(question.size())),
-                  QMessageBox::Ok | QMessageBox::Abort, QApplication::activeWindow());
+  QMessageBox box(QMessageBox::Question, QString::fromStdString(kWizardProgram.DeepName), Text(question),
+                  QMessageBox::Ok | QMessageBox::Abort, DialogParent());
+  box.button(QMessageBox::Ok)->setText("&OK");
+  box.button(QMessageBox::Abort)->setText("&Abort");
   box.setDefaultButton(QMessageBox::Ok);
   // Escape and the close box resume: only the Abort button stops.
   box.setEscapeButton(QMessageBox::Ok);
   return box.exec() == QMessageBox::Abort ? platform::TAnswer::Abort : platform::TAnswer::Ok;
 }
 
-void TQtDialogs::ShowMessage(std::string_view message) {
-  QMessageBox::warning(QApplication::activeWindow(), QString::fromStdString(kWizardProgram.DeepName),
-                       QString::fromUtf8(message.data(), static_cast<qsizetype>(message.size())));
+void TQtDialogs::ShowMessage(platform::TMessageKind kind, std::string_view message) {
+  const QMessageBox::Icon icon = kind == platform::TMessageKind::Information ? QMessageBox::Information
+                                 : kind == platform::TMessageKind::Warning   ? QMessageBox::Warning
+                                                                             : QMessageBox::Critical;
+  QMessageBox box(icon, QString::fromStdString(kWizardProgram.DeepName), Text(message), QMessageBox::Ok,
+                  DialogParent());
+  box.button(QMessageBox::Ok)->setText("&OK");
+  box.exec();
 }
 
 }  // namespace tsaw

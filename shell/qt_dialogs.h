@@ -22,7 +22,7 @@ class TQtDialogs final : public platform::Dialogs {
   std::optional<std::string> AskOpenFile(const platform::TFileDialogRequest& request) override;
   std::optional<std::string> AskSaveFile(const platform::TFileDialogRequest& request) override;
   platform::TAnswer AskOkAbort(std::string_view question) override;
-  void ShowMessage(std::string_view message) override;
+  void ShowMessage(platform::TMessageKind kind, std::string_view message) override;
 };
 
 }  // namespace tsaw

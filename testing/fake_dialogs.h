@@ -18,6 +18,7 @@ class FakeDialogs final : public platform::Dialogs {
   std::deque<std::optional<std::string>> Answers;
   std::vector<platform::TFileDialogRequest> Requests;
   std::vector<std::string> Messages;
+  std::vector<platform::TMessageKind> MessageKinds;  // one per message
   std::deque<platform::TAnswer> QuestionAnswers;
   std::vector<std::string> Questions;
   std::function<void()> OnQuestion;  // runs while a question is open (what the user sees then)
@@ -40,7 +41,10 @@ class FakeDialogs final : public platform::Dialogs {
     QuestionAnswers.pop_front();
     return answer;
   }
-  void ShowMessage(std::string_view message) override { Messages.emplace_back(message); }
+  void ShowMessage(platform::TMessageKind kind, std::string_view message) override {
+    Messages.emplace_back(message);
+    MessageKinds.push_back(kind);
+  }
 };
 
 }  // namespace tsaw::testing

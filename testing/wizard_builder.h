@@ -40,4 +40,19 @@ inline void SetPin(TWizard& wizard, uint16_t var, uint16_t index, std::string_vi
   Assign_Value(*wizard.Variables[var].Pins[index], value);
 }
 
+// Gives variable `var_idx` a look-up variable titled `title` that offers `values` (CR LF lines).
+inline void AddLookup(TWizard& wizard, uint16_t var_idx, const std::string& title, const std::string& hint,
+                      const std::string& values) {
+  TVariableItem lookup;
+  lookup.Name = "Lookup." + wizard.Variables[var_idx].Name;
+  lookup.Title = title;
+  lookup.Hint = hint;
+  lookup.Value = values;
+  lookup.IsLookup = true;
+  lookup.LookedUpVar = var_idx;
+  wizard.Variables.push_back(std::move(lookup));
+  wizard.VarCount = static_cast<uint16_t>(wizard.Variables.size() - 1);
+  wizard.Variables[var_idx].LookupVar = wizard.VarCount;
+}
+
 }  // namespace tsaw::testing
