@@ -213,6 +213,27 @@ void TfrmMain::UpdatePage() {
   page->show();
   current_ = page;
   PutNavigationAfter(*page);
+  PutFocusOn(*page);
+}
+
+void TfrmMain::PutFocusOn(QWidget& page) {
+  // The old page took the focus with it; left to Qt it would land on Previous, where Enter
+  // would take the user back. Data-entry pages put it on their own field once shown.
+  if (btnNext_->isEnabled()) {
+    btnNext_->setFocus(Qt::OtherFocusReason);
+    return;
+  }
+  if (page_number_ != kLastPage) {
+    for (QWidget* control = page.nextInFocusChain(); control != &page; control = control->nextInFocusChain()) {
+      if (!page.isAncestorOf(control)) break;
+      if ((control->focusPolicy() & Qt::TabFocus) && control->isEnabled() && control->isVisible()) {
+        control->setFocus(Qt::OtherFocusReason);
+        return;
+      }
+    }
+  }
+  // Nothing to press by accident: on the last page Enter must not start the run.
+  setFocus(Qt::OtherFocusReason);
 }
 
 void TfrmMain::PutNavigationAfter(const QWidget& page) {

@@ -72,6 +72,9 @@ class TfrmMain : public QWidget {
   void ChangePage();
   void UpdatePage();
   void KillPages();
+  // Gives the new page the focus: Next when it is enabled, else the page's first control (none on
+  // the last page, where Enter must not start anything).
+  void PutFocusOn(QWidget& page);
   // The keyboard reaches Previous and Next after the last control of `page`.
   void PutNavigationAfter(const QWidget& page);
 
