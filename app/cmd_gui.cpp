@@ -219,8 +219,12 @@ int RunGui(const GlobalOptions& global, const std::string& screenshots) {
   if (!screenshots.empty()) sample.emplace();
   const std::string root = sample ? sample->Seed(std::cerr) : PrepareRoot(global, std::cerr);
   if (root.empty()) return kExitFailed;
-  // The pictures' window must not take the place of the user's remembered one.
-  if (sample) setenv("XDG_CONFIG_HOME", (fs::path(root) / "config").c_str(), 1);
+  // The pictures' window and run must not take the place of the user's remembered window or
+  // add to the user's record of generations.
+  if (sample) {
+    setenv("XDG_CONFIG_HOME", (fs::path(root) / "config").c_str(), 1);
+    setenv("XDG_STATE_HOME", (fs::path(root) / "state").c_str(), 1);
+  }
   std::unique_ptr<platform::TPluginModule> module = LoadWizardModule(std::cerr);
   if (!module) return kExitFailed;
   module->Plugin().AttachHost({root, global.debug});

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -51,7 +52,13 @@ TfrmMain::TfrmMain(TFrameServices services, QWidget* parent, const TPageTable& p
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(MakeHeader());
   layout->addWidget(Divider(this, "bevDivTop"));
-  layout->addWidget(panPages_, 1);
+  // A window made smaller than a page needs scrolls the page rather than squeezing its texts.
+  auto* scroll = new QScrollArea(this);
+  scroll->setObjectName("scrPages");
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setWidgetResizable(true);
+  scroll->setWidget(panPages_);
+  layout->addWidget(scroll, 1);
   layout->addWidget(Divider(this, "bevDivBottom"));
   layout->addWidget(MakeButtons());
   PlaceWindow(*this, services_.WindowSettings);
