@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "model/expand.h"
 #include "model/wizard.h"
 
 namespace tsaw::creation {
@@ -14,6 +15,8 @@ namespace tsaw::creation {
 // identifier value of Projects.Prefix (Prefix: the template's, variable Template.Prefix). Then
 // the name is expanded (both forms); a "/" brought in by a value becomes "_".
 std::string ProjectFileName(const TWizard& wizard, const std::string& template_name);
+// The same over a prepared variable table, as the run names its many files.
+std::string ProjectFileName(const TExpansionTable& table, const std::string& template_name);
 
 // The plug-in number of a folder: the decimal digits at the end of its name ("Plugin2" -> 2,
 // "Pin 03" -> 3), 1 for "Host", 0 when there are none (or too many to be a plug-in number).

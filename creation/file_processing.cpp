@@ -58,7 +58,6 @@ std::string Expanded(TRunContext& run, std::string text, const std::string& ext)
   }
   // Every reference holds a '#' or an identifier token, which begins with "vr".
   if (text.find('#') == std::string::npos && text.find("vr") == std::string::npos) return text;
-  if (!run.expansion) run.expansion = std::make_unique<TExpansionTable>(run.wizard);
   std::string result;
   if (ExpandVar(*run.expansion, text, false, result, pairs) == TExpandOutcome::StoppedAtBound) {
     run.Report("      WARNING: Variables are still referred to after the last expansion pass.");
@@ -128,7 +127,8 @@ bool SkippedFile(const std::string& name) {
 TFileOutcome Process_File(TRunContext& run, const fs::path& source, const fs::path& dest_folder) {
   platform::ScopedRoutine routine("TSaW_frmCreation.TfrmCreation.Process_File");
   const std::string name = source.filename().string();
-  const std::string dest_name = ProjectFileName(run.wizard, name);
+  if (!run.expansion) run.expansion = std::make_unique<TExpansionTable>(run.wizard);
+  const std::string dest_name = ProjectFileName(*run.expansion, name);
   const fs::path dest = dest_folder / dest_name;
   if (!SafeName(run, dest_name, dest)) {
     return Fail(run, "      ERROR: The name '" + dest_name + "' made from '" + name +

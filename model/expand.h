@@ -43,8 +43,10 @@ class TExpansionTable {
   TExpansionTable(const TExpansionTable&) = delete;
   TExpansionTable& operator=(const TExpansionTable&) = delete;
   const TTokenIndex& Index() const { return *index_; }
+  const TWizard& Wizard() const { return wizard_; }
 
  private:
+  const TWizard& wizard_;
   std::unique_ptr<TTokenIndex> index_;
 };
 

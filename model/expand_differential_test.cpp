@@ -219,7 +219,8 @@ TEST(ExpandVarDifferential, OneScanGivesWhatThePassesGive) {
         random_case.Chance(4) ? std::vector<std::string>{"'", "[q]", "[q]", "''"} : std::vector<std::string>{};
     std::string expected = text;
     if (!PlainExpand(wizard, expected, false, pairs)) continue;
-    const TTokenIndex index(wizard);
+    TTokenIndex index(wizard);
+    index.PrepareScan();
     std::string actual = "untouched";
     if (!ExpandInOneScan(index, text, pairs, size_t{1} << 20, actual)) {
       ASSERT_EQ(actual, "untouched") << "seed " << seed;
@@ -228,7 +229,7 @@ TEST(ExpandVarDifferential, OneScanGivesWhatThePassesGive) {
     ++taken;
     ASSERT_EQ(actual, expected) << "seed " << seed << " text '" << text << "'";
     std::string whole;
-    ExpandVar(wizard, text, false, whole, pairs);
+    ExpandVar(TExpansionTable(wizard), text, false, whole, pairs);
     ASSERT_EQ(whole, expected) << "seed " << seed;
   }
   EXPECT_GT(taken, cases / 8);
@@ -248,6 +249,8 @@ TEST(ExpandVarDifferential, MatchesThePlainAlgorithmOnRandomInput) {
     std::string actual;
     EXPECT_EQ(ExpandVar(wizard, text, one_pass, actual, pairs), TExpandOutcome::Complete) << "seed " << seed;
     ASSERT_EQ(actual, expected) << "seed " << seed << " one pass " << one_pass << " text '" << text << "'";
+    EXPECT_EQ(ExpandVar(TExpansionTable(wizard), text, one_pass, actual, pairs), TExpandOutcome::Complete);
+    ASSERT_EQ(actual, expected) << "seed " << seed << " over a prepared table";
     ++compared;
   }
   EXPECT_GT(compared, static_cast<int>(kCases / 2));

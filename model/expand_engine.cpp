@@ -205,7 +205,10 @@ TExpandOutcome ExpandVar(const TWizard& wizard, std::string_view s, bool one_pas
   return ExpandWithIndex(index, s, one_pass, res, pairs);
 }
 
-TExpansionTable::TExpansionTable(const TWizard& wizard) : index_(std::make_unique<TTokenIndex>(wizard)) {}
+TExpansionTable::TExpansionTable(const TWizard& wizard)
+    : wizard_(wizard), index_(std::make_unique<TTokenIndex>(wizard)) {
+  index_->PrepareScan();
+}
 TExpansionTable::~TExpansionTable() = default;
 
 TExpandOutcome ExpandVar(const TExpansionTable& table, std::string_view s, bool one_pass, std::string& res,

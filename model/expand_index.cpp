@@ -114,17 +114,26 @@ void TTokenIndex::AddVariable(uint16_t v) {
     auto [it, added] = first_by_token_.try_emplace(token, v);
     if (!added) next_same_token_[v] = std::exchange(it->second, v);
     token_lengths_.push_back(token.size());
+    if (token_ends_.size() <= token.size()) token_ends_.resize(token.size() + 1);
+    token_ends_[token.size()].set(static_cast<unsigned char>(token.back()));
   }
-  AddBytes(variable);
   const uint16_t plugin_count = wizard_.RunData ? wizard_.RunData->PluginCount : 0;
   if (variable.IsPluginArray && plugin_count > 0 && variable.Pins.size() > 1) {
     pin_bound_[v] = static_cast<uint16_t>(std::min<size_t>(plugin_count, variable.Pins.size() - 1));
     item_count_ += pin_bound_[v];
     pin_vars_.push_back(v);
+  }
+}
+
+void TTokenIndex::PrepareScan() {
+  if (scan_ready_) return;
+  for (uint16_t v = 1; v <= last_; ++v) {
+    AddBytes(wizard_.Variables[v]);
     for (int n = 1; n <= pin_bound_[v]; ++n) {
       if (const TVariableItem* item = PinItem(v, n)) AddBytes(*item);
     }
   }
+  scan_ready_ = true;
 }
 
 void TTokenIndex::AddBytes(const TVariableItem& item) {
@@ -248,6 +257,7 @@ void TTokenIndex::TokenItemsAt(std::string_view text, size_t pos, std::vector<TI
   out.clear();
   for (size_t length : token_lengths_) {
     if (pos + length > text.size()) break;
+    if (!token_ends_[length][static_cast<unsigned char>(text[pos + length - 1])]) continue;
     if (const auto it = first_by_token_.find(text.substr(pos, length)); it != first_by_token_.end()) {
       out.push_back({it->second, 0, length});
     }

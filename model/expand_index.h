@@ -6,6 +6,7 @@
 // with "vrPlugin" + n or "vrPlugin[n]", as ResizePinSubArray makes them.
 
 #include <array>
+#include <bitset>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -53,8 +54,12 @@ class TTokenIndex {
   // the lowest number.
   TTokenHit FindFirst(std::string_view text, uint16_t v, TFindMode mode) const;
 
-  // What a scan of the whole text in one go relies on: every name free of '#', every token
-  // beginning with "vr" and free of '#'.
+  // Gathers what a scan of the whole text in one go needs (the bytes of every name and token,
+  // sub-items' included); an index that is used for many texts does it once.
+  void PrepareScan();
+  bool scan_ready() const { return scan_ready_; }
+  // What the scan relies on: every name free of '#', every token beginning with "vr" and free
+  // of '#'. Meaningful once the scan is prepared.
   bool plain_tokens() const { return plain_tokens_; }
   size_t longest_name() const { return longest_name_; }
   size_t longest_token() const { return longest_token_; }
@@ -80,6 +85,7 @@ class TTokenIndex {
   uint16_t last_ = 0;
   uint32_t item_count_ = 0;
   bool lines_independent_ = true;
+  bool scan_ready_ = false;
   bool plain_tokens_ = true;
   size_t longest_name_ = 0;
   size_t longest_token_ = 0;
@@ -95,6 +101,7 @@ class TTokenIndex {
   std::vector<uint16_t> next_same_name_;
   std::vector<uint16_t> next_same_token_;
   std::vector<size_t> token_lengths_;
+  std::vector<std::bitset<256>> token_ends_;  // per length: the last bytes of the tokens that long
 };
 
 // False only when `s` surely holds no reference: no '#', no "vr", and every token begins with "vr".

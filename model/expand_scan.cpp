@@ -44,7 +44,7 @@ class OneScan {
       : index_(index), wizard_(index.wizard()), text_(text), pairs_(pairs) {}
 
   bool Run(size_t size_bound, std::string& res) {
-    if (!index_.plain_tokens() || !CollectNames() || !CollectTokens() || !Merge()) return false;
+    if (!index_.scan_ready() || !index_.plain_tokens() || !CollectNames() || !CollectTokens() || !Merge()) return false;
     if (!NoNameCanForm() || !NoTokenCanForm()) return false;
     std::string out;
     if (!Build(size_bound, out)) return false;

@@ -14,8 +14,8 @@
 namespace tsaw {
 
 // Writes the expansion of `s` to `res` and returns true when one scan gives exactly what the
-// passes give; returns false, leaving `res` as it was, when the text needs the passes. A result
-// longer than `size_bound` is declined too.
+// passes give; returns false, leaving `res` as it was, when the text needs the passes or the
+// index has not been prepared for the scan. A result longer than `size_bound` is declined too.
 bool ExpandInOneScan(const TTokenIndex& index, std::string_view s, const std::vector<std::string>& pairs,
                      size_t size_bound, std::string& res);
 

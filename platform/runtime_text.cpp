@@ -61,13 +61,14 @@ std::string WithCrLfLines(std::string_view text) {
 bool HasCrLfLines(std::string_view text) {
   if (text.empty()) return true;
   if (!text.ends_with("\r\n")) return false;
-  // Every LF follows a CR; with as many CRs as LFs, every CR is then followed by an LF.
-  std::size_t line_feeds = 0;
+  // Every CR is followed by an LF and every LF follows a CR.
+  for (std::size_t at = text.find('\r'); at != std::string_view::npos; at = text.find('\r', at + 2)) {
+    if (at + 1 >= text.size() || text[at + 1] != '\n') return false;
+  }
   for (std::size_t at = text.find('\n'); at != std::string_view::npos; at = text.find('\n', at + 1)) {
     if (at == 0 || text[at - 1] != '\r') return false;
-    ++line_feeds;
   }
-  return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\r')) == line_feeds;
+  return true;
 }
 
 void MakeCrLfLines(std::string& text) {
