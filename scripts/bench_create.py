@@ -13,6 +13,10 @@ user+sys CPU) and the peak memory of the run.  Each pair writes into fresh
 folders of one series, and nothing is deleted until the series ends: on ext4,
 creating files right after deleting many of them is several times slower.
 
+The runs are made with --no-record, so that they time the creation itself; one
+more series times the default, which also records the generation for `tsaw
+update`.
+
 With --rows it also prints the scaling rows: 1,000, 5,000 and 20,000 files,
 and 200 files with 1 and with 999 plug-ins.
 """
@@ -60,7 +64,7 @@ def timed(argv, env=None):
     return wall, usage.ru_utime + usage.ru_stime, usage.ru_maxrss
 
 
-def series(tsaw, folder, pairs, scratch):
+def series(tsaw, folder, pairs, scratch, record=False):
     """N pairs of cp -r and tsaw create into fresh folders; the figures of each run."""
     target = os.path.join(scratch, "series")
     os.makedirs(target)
@@ -70,8 +74,9 @@ def series(tsaw, folder, pairs, scratch):
     cp_runs, tsaw_runs = [], []
     for i in range(pairs):
         cp_runs.append(timed(["cp", "-r", os.path.join(folder, "plain"), os.path.join(target, "cp%d" % i)]))
-        tsaw_runs.append(timed([tsaw, "--root", root, "create", "--job", job,
-                                "--set", "Output.BaseFolder=" + os.path.join(target, "ours%d" % i)], env))
+        tsaw_runs.append(timed([tsaw, "--root", root, "create", "--job", job]
+                               + ([] if record else ["--no-record"])
+                               + ["--set", "Output.BaseFolder=" + os.path.join(target, "ours%d" % i)], env))
     shutil.rmtree(target)
     return cp_runs, tsaw_runs
 
@@ -102,6 +107,10 @@ def main_workload(tsaw, work, pairs, scratch):
              statistics.median(c[1] for c in cp_runs)))
     print("  peak RSS %.1f MB; %.0f MB/s of template" % (max(t[2] for t in tsaw_runs) / 1024.0,
                                                         size / median_tsaw))
+    cp_runs, tsaw_runs = series(tsaw, folder, 3, scratch, record=True)
+    print("  recorded for tsaw update (the default), 3 pairs: wall ratio median %.2fx, cpu %.2fx, peak RSS %.1f MB"
+          % (statistics.median(ratios(cp_runs, tsaw_runs, 0)), statistics.median(ratios(cp_runs, tsaw_runs, 1)),
+             max(t[2] for t in tsaw_runs) / 1024.0))
 
 
 def scaling_rows(tsaw, work, pairs, scratch):
