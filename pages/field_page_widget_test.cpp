@@ -136,6 +136,24 @@ TEST_F(CommonPageWidgetTest, AFieldTheTemplateMarksReadOnlyCannotBeChangedAndLoo
   EXPECT_FALSE(product->isReadOnly());
 }
 
+TEST_F(CommonPageWidgetTest, TheInformationTabsSwitchFromTheKeyboardWithoutMovingTheText) {
+  auto page = Open();
+  ShowActive(*page);
+  QTabBar* tabs = Find<QTabWidget>(*page, "tabInfo")->tabBar();
+  auto* validation = Find<QPlainTextEdit>(*page, "memValidation");
+  auto* advice = Find<QPlainTextEdit>(*page, "memAdvice");
+  ASSERT_TRUE(advice->isVisible());
+  const QRect advice_place(advice->mapTo(page.get(), QPoint(0, 0)), advice->size());
+  tabs->setFocus(Qt::TabFocusReason);
+  QTest::keyClick(tabs, Qt::Key_Left);
+  EXPECT_TRUE(validation->isVisible());
+  EXPECT_EQ(QRect(validation->mapTo(page.get(), QPoint(0, 0)), validation->size()), advice_place);
+  EXPECT_EQ(bench_.Memory.For(TPageKind::Common).LastInfoTab, kInfoTabValidation) << "the user's choice is kept";
+  QTest::keyClick(tabs, Qt::Key_Right);
+  EXPECT_TRUE(advice->isVisible());
+  EXPECT_EQ(bench_.Memory.For(TPageKind::Common).LastInfoTab, kInfoTabAdvice);
+}
+
 TEST_F(CommonPageWidgetTest, CircularReferenceKeepsThePreviewOff) {
   SetVar(bench_.Wizard, viAuthor, "#Copyright#");
   SetVar(bench_.Wizard, viCopyright, "(C) #Author#");

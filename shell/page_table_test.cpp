@@ -126,6 +126,27 @@ TEST_F(WizardPagesTest, AtTheWindowsMinimumSizeThePagesShowEveryText) {
   EXPECT_EQ(ClippedTexts(frame), QStringList()) << "after the run";
 }
 
+TEST_F(WizardPagesTest, TabGoesThroughTheFieldsThenTheInformationTabsThenPreviousAndNext) {
+  TfrmMain& frame = *frame_;
+  frame.show();
+  frame.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&frame));
+  frame.findChild<QPushButton*>("btnNext")->click();
+  auto* tree = frame.findChild<QTreeWidget*>("tvTemplates");
+  tree->expandAll();
+  tree->setCurrentItem(tree->findItems("Single Plugin", Qt::MatchExactly | Qt::MatchRecursive).value(0));
+  while (frame.PageNumber() < 9) frame.findChild<QPushButton*>("btnNext")->click();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  QCoreApplication::processEvents();
+  QStringList visited;
+  for (int i = 0; i < 7; ++i) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    visited << QApplication::focusWidget()->objectName();
+  }
+  EXPECT_EQ(visited, QStringList({"btnBrowse", "cbxExpand", "qt_tabwidget_tabbar", "memAdvice", "btnPrev", "btnNext",
+                                  "labChangeTemplate"}));
+}
+
 // The same walk with the keyboard alone: Tab, Space, Enter and Alt+N, as a person who does not
 // use the mouse would go; the window then still shows the answers as they were typed.
 TEST_F(WizardPagesTest, TheKeyboardAloneCreatesTheSampleProjectSet) {
