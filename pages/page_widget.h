@@ -1,8 +1,8 @@
 #pragma once
 // The frame every data-entry page widget shares: the introduction, the panel of fields, and the
-// information area with its "Validation" and "Advice" tabs (the same tab control as the
-// Template Selection page's). The page's rules and texts live in its
-// plain TPageModel; the widget only draws the model and forwards what the user does to it.
+// information area with its "Validation" and "Advice" tabs (the same tab control as the Template
+// Selection page's). The page's rules and texts live in its plain TPageModel; the widget only
+// draws the model and forwards what the user does to it.
 
 #include <QWidget>
 
