@@ -163,6 +163,7 @@ TEST_F(CommonPageWidgetTest, CircularReferenceKeepsThePreviewOff) {
   QTest::mouseClick(expand, Qt::LeftButton);
   EXPECT_FALSE(expand->isChecked());
   ASSERT_EQ(bench_.Dialogs.Messages.size(), 1u);
+  EXPECT_EQ(bench_.Dialogs.MessageKinds, std::vector<platform::TMessageKind>{platform::TMessageKind::Warning});
   EXPECT_TRUE(bench_.Dialogs.Messages[0].starts_with("2 - CVR (Circular Variable Reference) Error:  "))
       << bench_.Dialogs.Messages[0];
   EXPECT_FALSE(Find<QLineEdit>(*page, "ediAuthor")->isReadOnly());

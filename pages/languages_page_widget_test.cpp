@@ -58,6 +58,7 @@ TEST_F(LanguagesPageWidgetTest, DotNetBoxesExplainAndStayUnchecked) {
   // The message comes while the box still shows the click (state 2); then the box is cleared.
   EXPECT_EQ(Click("cbxVclNetD8"), (std::vector<std::string>{"VCL.NET will be available in Tessera 3.0 [2]"}));
   EXPECT_EQ(Box("cbxVclNetD8")->checkState(), Qt::Unchecked);
+  EXPECT_EQ(bench_.Dialogs.MessageKinds, std::vector<platform::TMessageKind>{platform::TMessageKind::Information});
   EXPECT_EQ(Click("cbxNetFclD2005"),
             (std::vector<std::string>{"Pure .NET FCL and Chrome are planned for Tessera 4.0 [2]"}));
   EXPECT_EQ(Click("cbxNetFclChrome"),
