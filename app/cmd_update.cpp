@@ -86,8 +86,8 @@ int RunUpdate(const UpdateOptions& options, const GlobalOptions& global) {
   auto trash = platform::MakeUserTrash();
   auto dci = creation::MakeDciGeneratorFromEnvironment();
   MessagesToStandardError messages;
-  update::TUpdateRun run(wizard, CreationServices(*session, *trash, *dci), messages);
-  return Print(run.Start(options.dry_run), wizard, options.dry_run);
+  creation::TCreationRun run(wizard, CreationServices(*session, *trash, *dci), messages);
+  return Print(update::RunUpdate(wizard, run, options.dry_run), wizard, options.dry_run);
 }
 
 int RunUndo(const std::string& folder) {

@@ -63,7 +63,7 @@ TCreationRun::~TCreationRun() = default;
 
 const std::vector<std::string>& TCreationRun::ReportLines() const { return run_->report; }
 const TCounters& TCreationRun::Counters() const { return run_->counters; }
-const fs::path& TCreationRun::ProjectSetFolder() const { return run_->project_set; }
+const fs::path& TCreationRun::ProjectSetFolder() const { return project_set_; }
 const std::string& TCreationRun::StopReason() const { return run_->stop_reason; }
 
 void TCreationRun::Abort() {
@@ -186,7 +186,7 @@ bool TCreationRun::ComputeProjectSet() {
   TRunContext& run = *run_;
   const fs::path base = FolderFromValue(ExpandVar(wizard_, "#Output.BaseFolder#"));
   run.template_folder = FolderFromValue(wizard_.SelectedTemplate ? wizard_.SelectedTemplate->FolderPath : "");
-  run.project_set = ProjectSetFolderOf(wizard_);
+  run.project_set = project_set_ = ProjectSetFolderOf(wizard_);
   const TProtectedFolders guarded{services_.Home, FolderFromValue(wizard_.WizardFolder), run.template_folder};
   std::string refusal = run.template_folder.empty() || !fs::is_directory(run.template_folder)
                             ? "The template folder '" + run.template_folder.string() + "' is not available."

@@ -82,6 +82,7 @@ class TCreationRun {
   TRunServices services_;
   std::unique_ptr<TRunContext> run_;
   std::filesystem::path write_into_;
+  std::filesystem::path project_set_;  // the Project Set folder, wherever the files go
   bool language_on_[10] = {};
 };
 

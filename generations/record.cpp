@@ -48,6 +48,17 @@ TGenerationMeta MetaOf(const TWizard& wizard, const std::string& kind) {
   return meta;
 }
 
+bool HasRecordedGeneration(const fs::path& project_set) {
+  const std::optional<fs::path> state = StateFolder();
+  std::string error;
+  auto store = state ? TGenerationStore::Open(*state, project_set, false, error) : nullptr;
+  try {
+    return store && !store->Generations().empty();
+  } catch (const std::exception&) {
+    return false;
+  }
+}
+
 std::string RecordCreation(const TWizard& wizard, const fs::path& project_set) {
   const std::optional<fs::path> state = StateFolder();
   if (!state) return "no state folder: neither $XDG_STATE_HOME nor $HOME is set";

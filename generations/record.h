@@ -21,6 +21,9 @@ std::string TemplateFingerprint(const std::filesystem::path& folder);
 // What a generation made from the wizard's answers records besides its files.
 TGenerationMeta MetaOf(const TWizard& wizard, const std::string& kind);
 
+// True when a generation of `project_set` is recorded (and no other run holds its store).
+bool HasRecordedGeneration(const std::filesystem::path& project_set);
+
 // Records the files below `project_set`, just written by a finished run, as its newest
 // generation; the undo record of an earlier update is dropped, the old folder having gone to the
 // trash. Returns the empty text, or why nothing was recorded (the Project Set is never touched).

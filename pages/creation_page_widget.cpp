@@ -20,10 +20,12 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 
 #include "creation/ide_handoff.h"
 #include "creation/report.h"
 #include "generations/record.h"
+#include "pages/update_choice_widget.h"
 #include "jobs/job_writer.h"
 #include "jobs/session.h"
 #include "model/format.h"
@@ -121,6 +123,10 @@ TfrmCreation::TfrmCreation(TCreationPageServices services, QWidget* parent)
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(advice, 1);
   layout->addWidget(MakeActions());
+  update_choice_ = new TUpdateChoice([this](const std::string& file) { return OpenDocument(file); },
+                                     services_.Dialogs, this);
+  update_choice_->Refresh(services_.Wizard);
+  layout->addWidget(update_choice_);
   layout->addWidget(MakeStatus());
   layout->addWidget(MakeCounters());
 }
@@ -233,15 +239,27 @@ void TfrmCreation::btnStart_OnClick() {
     labAdvice_->setText(kAdviceBefore);
     run_ = std::make_unique<creation::TCreationRun>(services_.Wizard, RunServices(),
                                                    static_cast<creation::TRunObserver&>(*this));
-    const creation::TRunOutcome outcome = run_->Start();
-    if (outcome == creation::TRunOutcome::Finished) {
-      const std::string error = generations::RecordCreation(services_.Wizard, run_->ProjectSetFolder());
-      if (!error.empty()) platform::DebugLine("The creation was not recorded: " + error);
-    }
+    const std::optional<creation::TRunOutcome> outcome =
+        update_choice_->UpdateChosen() ? update_choice_->RunUpdate(services_.Wizard, *run_) : RunCreation();
     step = 900;
     ShowRunning(false);
-    ShowOutcome(outcome);
+    if (outcome) ShowOutcome(*outcome);
+    update_choice_->Refresh(services_.Wizard);
   });
+}
+
+creation::TRunOutcome TfrmCreation::RunCreation() {
+  const creation::TRunOutcome outcome = run_->Start();
+  if (outcome == creation::TRunOutcome::Finished) {
+    const std::string error = generations::RecordCreation(services_.Wizard, run_->ProjectSetFolder());
+    if (!error.empty()) platform::DebugLine("The creation was not recorded: " + error);
+  }
+  return outcome;
+}
+
+bool TfrmCreation::OpenDocument(const std::string& file) {
+  return services_.OpenDocument ? services_.OpenDocument(file)
+                                : QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(file)));
 }
 
 void TfrmCreation::ShowRunning(bool running) {
@@ -333,11 +351,8 @@ void TfrmCreation::btnReport_OnClick() {
     step = 10;
     TaskChanged("loading report...");
     const std::string file = creation::ReportFile(services_.Wizard).string();
-    const bool opened = services_.OpenDocument
-                            ? services_.OpenDocument(file)
-                            : QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(file)));
     step = 20;
-    if (!opened) ShowReportText();
+    if (!OpenDocument(file)) ShowReportText();
     TaskChanged("idle.");
   });
 }

@@ -20,6 +20,7 @@
 #include "platform/trash.h"
 
 class QLabel;
+namespace tsaw { class TUpdateChoice; }
 class QProgressBar;
 class QStackedWidget;
 class QToolButton;
@@ -87,6 +88,9 @@ class TfrmCreation : public QWidget, private creation::TRunObserver {
   // The start button with its label (true) or, in the same place, the pause button (false).
   void ShowStartButton(bool start);
   void ShowReportText();
+  bool OpenDocument(const std::string& file);
+  // Runs the creation (Replace) and records what it wrote.
+  creation::TRunOutcome RunCreation();
 
   TCreationPageServices services_;
   std::unique_ptr<platform::Trash> own_trash_;
@@ -95,6 +99,7 @@ class TfrmCreation : public QWidget, private creation::TRunObserver {
   std::unique_ptr<platform::Ide> ide_;  // the IDE with its messages on the dialogs
   std::unique_ptr<creation::TCreationRun> run_;
   bool running_ = false;
+  TUpdateChoice* update_choice_ = nullptr;  // Replace or Update, and an update's conflicts
 
   QLabel* labAdvice_ = nullptr;
   QToolButton* btnStart_ = nullptr;

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QRadioButton>
 #include <QTest>
 #include <QToolButton>
 
@@ -154,6 +155,42 @@ TEST_F(CreationPageTest, ThePauseButtonTakesTheStartButtonsPlaceAndTheFocus) {
   EXPECT_EQ(actions_running, actions);
   EXPECT_EQ(Find("panActions")->geometry(), actions) << "the results' buttons take no new room";
   EXPECT_EQ(QApplication::focusWidget(), Find("btnStart"));
+}
+
+TEST_F(CreationPageTest, OffersUpdateOnceARunIsRecordedAndListsItsConflictsWithOpenButtons) {
+  EXPECT_FALSE(Find("radReplace")->isVisible());
+  EXPECT_FALSE(Find("radUpdate")->isVisible());
+  Click("btnStart");
+  ASSERT_EQ(Text("labMsg"), "Process finished!");
+  EXPECT_TRUE(Find("radReplace")->isVisible());
+  EXPECT_TRUE(Find<QRadioButton>("radUpdate")->isVisible());
+  EXPECT_TRUE(Find<QRadioButton>("radUpdate")->isChecked());
+  EXPECT_FALSE(Find("labUpdateWhy")->isVisible());
+
+  const std::string unit = "Delphi 2007/Win32/Host/MainForm.pas";
+  const fs::path mine = ProjectSet() / unit;
+  ASSERT_TRUE(fs::exists(mine));
+  std::string text = root_.Read(mine.lexically_relative(root_.path()).string());
+  root_.Write(mine.lexically_relative(root_.path()).string(), "// my edit\r\n" + text);
+  const std::string source = "TSA/Wizard/Templates/" + std::string(kTemplate) + "/Delphi 2007/Win32/Host/MainForm.pas";
+  root_.Write(source, "// the template's edit\n" + root_.Read(source));
+  Click("btnStart");
+  EXPECT_EQ(Text("labMsg"), "Process finished!");
+  EXPECT_TRUE(dialogs_.Messages.empty());
+  ASSERT_TRUE(Find("panConflicts")->isVisible());
+  EXPECT_EQ(Text("labConflict1").toStdString(), unit);
+  EXPECT_EQ(root_.Read(mine.lexically_relative(root_.path()).string()).substr(0, 26), "<<<<<<< ours (your edit)\r\n");
+  Click("btnOpenConflict1");
+  EXPECT_EQ(opened_, std::vector<std::string>{mine.string()});
+
+  fs::remove_all(root_.path() / "state");
+  Click("btnStart");
+  ASSERT_EQ(dialogs_.Messages.size(), 1u);
+  EXPECT_TRUE(dialogs_.Messages[0].starts_with("The update has stopped: no generation of '" + ProjectSet().string() + "' is recorded"));
+  EXPECT_TRUE(Find("radReplace")->isVisible());
+  EXPECT_FALSE(Find("radUpdate")->isVisible());
+  EXPECT_TRUE(Find("labUpdateWhy")->isVisible());
+  EXPECT_TRUE(Text("labUpdateWhy").startsWith("Only Replace is possible: no generation of this Project Set folder"));
 }
 
 TEST_F(CreationPageTest, AbortDuringTheCountingPassWritesNothing) {

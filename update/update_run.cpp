@@ -20,7 +20,7 @@ struct StagingGuard {
 };
 
 TUpdateResult Refusal(const fs::path& project_set, std::string message) {
-  return {TUpdateOutcome::Refused, std::move(message), {}, project_set};
+  return {TUpdateOutcome::Refused, std::move(message), {}, project_set, creation::TRunOutcome::Finished};
 }
 
 std::string NotRecorded(const fs::path& project_set) {
@@ -29,31 +29,8 @@ std::string NotRecorded(const fs::path& project_set) {
          "changed. Make it anew with `tsaw create` (the folder goes to the trash); later updates keep your edits";
 }
 
-}  // namespace
-
-fs::path StagingFolderOf(const fs::path& project_set) {
-  return project_set.parent_path() / ("." + project_set.filename().string() + ".tsaw-update");
-}
-
-TUpdateRun::TUpdateRun(TWizard& wizard, creation::TRunServices services, creation::TRunObserver& observer)
-    : wizard_(wizard), services_(std::move(services)), observer_(observer) {}
-
-TUpdateRun::~TUpdateRun() = default;
-
-void TUpdateRun::Abort() {
-  if (run_) run_->Abort();
-}
-
-TUpdateResult TUpdateRun::Start(bool dry_run) {
-  try {
-    return Update(dry_run);
-  } catch (const std::exception& failure) {
-    return {TUpdateOutcome::Failed, failure.what(), {}, creation::ProjectSetFolderOf(wizard_)};
-  }
-}
-
-TUpdateResult TUpdateRun::Update(bool dry_run) {
-  const fs::path project_set = creation::ProjectSetFolderOf(wizard_);
+TUpdateResult Update(TWizard& wizard, creation::TCreationRun& run, bool dry_run) {
+  const fs::path project_set = creation::ProjectSetFolderOf(wizard);
   const std::optional<fs::path> state = generations::StateFolder();
   if (!state) return Refusal(project_set, "no state folder: neither $XDG_STATE_HOME nor $HOME is set");
   std::string error;
@@ -68,31 +45,45 @@ TUpdateResult TUpdateRun::Update(bool dry_run) {
   StagingGuard staging{StagingFolderOf(project_set)};
   std::error_code io;
   fs::remove_all(staging.Folder, io);
-  run_ = std::make_unique<creation::TCreationRun>(wizard_, services_, observer_);
-  run_->WriteInto(staging.Folder);
-  const creation::TRunOutcome made = run_->Start();
-  if (made == creation::TRunOutcome::Aborted) return {TUpdateOutcome::Failed, "aborted", {}, project_set};
-  if (made == creation::TRunOutcome::Stopped) return Refusal(project_set, run_->StopReason());
-  if (made != creation::TRunOutcome::Finished) return {TUpdateOutcome::Failed, run_->StopReason(), {}, project_set};
+  run.WriteInto(staging.Folder);
+  const creation::TRunOutcome made = run.Start();
+  if (made == creation::TRunOutcome::Aborted) return {TUpdateOutcome::Failed, "aborted", {}, project_set, made};
+  if (made == creation::TRunOutcome::Stopped) return {TUpdateOutcome::Refused, run.StopReason(), {}, project_set, made};
+  if (made != creation::TRunOutcome::Finished) return {TUpdateOutcome::Failed, run.StopReason(), {}, project_set, made};
 
   generations::TObjectPack pack(store->Odb());
   const generations::TFiles theirs = generations::SnapshotFolder(staging.Folder, pack);
   const generations::TFiles base = store->Files(store->Generations().back());
   const auto read_base = [&store](const generations::TObjectId& id) { return store->Read(id); };
   TUpdateResult result{TUpdateOutcome::Finished, {}, PlanUpdate({base, read_base, project_set, theirs, staging.Folder}),
-                       project_set};
+                       project_set, made};
   if (!dry_run &&
       !ApplyUpdate(*store, {result.Plan, project_set, staging.Folder, theirs, pack,
-                            generations::MetaOf(wizard_, "update")}, error)) {
-    return {TUpdateOutcome::Failed, error, std::move(result.Plan), project_set};
+                            generations::MetaOf(wizard, "update")}, error)) {
+    return {TUpdateOutcome::Failed, error, std::move(result.Plan), project_set, made};
   }
-  std::vector<std::string> report = run_->ReportLines();
+  std::vector<std::string> report = run.ReportLines();
   for (auto part : {UpdateSection(result.Plan, dry_run), UpdateStatistics(result.Plan)}) {
     report.insert(report.end(), part.begin(), part.end());
   }
-  creation::SaveReport(report, creation::ReportFile(wizard_));
+  creation::SaveReport(report, creation::ReportFile(wizard));
   if (result.Plan.Count(TFate::Conflict) > 0) result.Outcome = TUpdateOutcome::Conflicts;
   return result;
+}
+
+}  // namespace
+
+fs::path StagingFolderOf(const fs::path& project_set) {
+  return project_set.parent_path() / ("." + project_set.filename().string() + ".tsaw-update");
+}
+
+TUpdateResult RunUpdate(TWizard& wizard, creation::TCreationRun& run, bool dry_run) {
+  try {
+    return Update(wizard, run, dry_run);
+  } catch (const std::exception& failure) {
+    return {TUpdateOutcome::Failed, failure.what(), {}, creation::ProjectSetFolderOf(wizard),
+            creation::TRunOutcome::Finished};
+  }
 }
 
 }  // namespace tsaw::update

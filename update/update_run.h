@@ -6,7 +6,6 @@
 // "Report.txt".
 
 #include <filesystem>
-#include <memory>
 #include <string>
 
 #include "creation/creation_run.h"
@@ -18,7 +17,7 @@ namespace tsaw::update {
 enum class TUpdateOutcome {
   Finished,   // no conflicts
   Conflicts,  // finished, with conflicts to resolve
-  Refused,    // nothing was changed: no recorded generation, no Project Set, answers refused
+  Refused,    // nothing was changed: no recorded generation, no Project Set, the run refused
   Failed,     // the run stopped, was aborted or failed; what was written can be undone
 };
 
@@ -27,29 +26,14 @@ struct TUpdateResult {
   std::string Message;  // why it was refused or failed
   TUpdatePlan Plan;
   std::filesystem::path ProjectSet;
+  // How the making of the new generation ended; only a finished run leads to a plan.
+  creation::TRunOutcome Run = creation::TRunOutcome::Failed;
 };
 
-class TUpdateRun {
- public:
-  // As for a creation run.
-  TUpdateRun(TWizard& wizard, creation::TRunServices services, creation::TRunObserver& observer);
-  ~TUpdateRun();
-
-  // Runs the update; with `dry_run` the plan is made and reported but nothing is changed. Never
-  // throws.
-  TUpdateResult Start(bool dry_run);
-  // Aborts the making of the new generation (call it from a pump point); the Project Set is then
-  // left untouched.
-  void Abort();
-
- private:
-  TUpdateResult Update(bool dry_run);
-
-  TWizard& wizard_;
-  creation::TRunServices services_;
-  creation::TRunObserver& observer_;
-  std::unique_ptr<creation::TCreationRun> run_;
-};
+// Updates the Project Set the answers name, with `run` (made for `wizard` by the caller, whose
+// observer sees its progress and may abort it) making the new generation; with `dry_run` the
+// plan is made and reported but nothing is changed. Never throws.
+TUpdateResult RunUpdate(TWizard& wizard, creation::TCreationRun& run, bool dry_run);
 
 // The staging folder of `project_set`: a hidden sibling on the same file system.
 std::filesystem::path StagingFolderOf(const std::filesystem::path& project_set);
