@@ -14,6 +14,7 @@
 #include <QTest>
 #include <QTreeWidget>
 
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
 
@@ -33,6 +34,7 @@ class WizardPagesTest : public ::testing::Test {
  protected:
   WizardPagesTest() {
     testing::TestApplication();
+    setenv("XDG_STATE_HOME", (root.path() / "state").c_str(), 1);  // the record of a finished run
     fs::copy(TSAW_SAMPLE_DIR, root.path(), fs::copy_options::recursive);
     machine.Root = root.path().string();
     frame_ = std::make_unique<TfrmMain>(TFrameServices{wizard, clock, machine, dialogs});

@@ -29,16 +29,26 @@ std::string NotRecorded(const fs::path& project_set) {
          "changed. Make it anew with `tsaw create` (the folder goes to the trash); later updates keep your edits";
 }
 
+// The store of `project_set` when a generation of it is recorded; otherwise null with `refusal`
+// saying why.
+std::unique_ptr<generations::TGenerationStore> RecordedStore(const fs::path& project_set, std::string& refusal) {
+  const std::optional<fs::path> state = generations::StateFolder();
+  if (!state) {
+    refusal = "no state folder: neither $XDG_STATE_HOME nor $HOME is set";
+    return nullptr;
+  }
+  auto store = generations::TGenerationStore::Open(*state, project_set, false, refusal);
+  if (store && !store->Generations().empty()) return store;
+  const bool locked = !store && fs::exists(generations::TGenerationStore::FolderOf(*state, project_set) / "objects");
+  if (!locked) refusal = NotRecorded(project_set);
+  return nullptr;
+}
+
 TUpdateResult Update(TWizard& wizard, creation::TCreationRun& run, bool dry_run) {
   const fs::path project_set = creation::ProjectSetFolderOf(wizard);
-  const std::optional<fs::path> state = generations::StateFolder();
-  if (!state) return Refusal(project_set, "no state folder: neither $XDG_STATE_HOME nor $HOME is set");
   std::string error;
-  auto store = generations::TGenerationStore::Open(*state, project_set, false, error);
-  if (!store || store->Generations().empty()) {
-    const bool locked = !store && fs::exists(generations::TGenerationStore::FolderOf(*state, project_set) / "objects");
-    return Refusal(project_set, locked ? error : NotRecorded(project_set));
-  }
+  auto store = RecordedStore(project_set, error);
+  if (!store) return Refusal(project_set, error);
   if (!fs::is_directory(project_set)) {
     return Refusal(project_set, "'" + project_set.string() + "' does not exist; make it with `tsaw create`");
   }
