@@ -37,9 +37,14 @@ TUpdateChoice::TUpdateChoice(std::function<bool(const std::string&)> open_docume
   conflict_rows_ = new QVBoxLayout(panConflicts_);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
-  for (QWidget* widget : std::initializer_list<QWidget*>{radReplace_, radUpdate_, labWhy_, panConflicts_}) {
+  for (QWidget* widget : std::initializer_list<QWidget*>{radReplace_, radUpdate_, labWhy_}) {
+    // The page keeps its layout when the choice appears after a run.
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
     layout->addWidget(widget);
   }
+  layout->addWidget(panConflicts_);
   panConflicts_->hide();
 }
 
@@ -61,7 +66,7 @@ std::optional<creation::TRunOutcome> TUpdateChoice::RunUpdate(TWizard& wizard, c
   const update::TUpdateResult result = update::RunUpdate(wizard, run, false);
   if (result.Run != creation::TRunOutcome::Finished) return result.Run;
   if (result.Outcome == update::TUpdateOutcome::Refused || result.Outcome == update::TUpdateOutcome::Failed) {
-    dialogs_.ShowMessage("The update has stopped: " + result.Message);
+    dialogs_.ShowMessage(platform::TMessageKind::Error, "The update has stopped: " + result.Message);
     return std::nullopt;
   }
   int row = 0;
@@ -76,7 +81,9 @@ std::optional<creation::TRunOutcome> TUpdateChoice::RunUpdate(TWizard& wizard, c
     auto* open = new QPushButton("open", line);
     open->setObjectName(QString("btnOpenConflict%1").arg(row));
     connect(open, &QPushButton::clicked, this, [this, file] {
-      if (!open_document_(file)) dialogs_.ShowMessage("The file could not be opened: " + file);
+      if (!open_document_(file)) {
+        dialogs_.ShowMessage(platform::TMessageKind::Error, "The file could not be opened: " + file);
+      }
     });
     cells->addWidget(name, 1);
     cells->addWidget(open);
