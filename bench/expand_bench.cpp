@@ -69,6 +69,25 @@ void BM_ExpandVar(benchmark::State& state) {
   }
   state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * text.size()));
 }
+// The same texts through a one-off expansion, which prepares no table and takes the passes:
+// how fast expansion was before the single scan.
+void BM_ExpandVarOneOff(benchmark::State& state) {
+  const TWizard wizard = MakeWizard(static_cast<uint16_t>(state.range(0)));
+  const std::string text = MakeText(state.range(1) != 0);
+  std::string res;
+  for (auto _ : state) {
+    ExpandVar(wizard, text, false, res);
+    benchmark::DoNotOptimize(res.data());
+  }
+  state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * text.size()));
+}
+BENCHMARK(BM_ExpandVarOneOff)
+    ->ArgNames({"plugins", "plugin_refs"})
+    ->Args({1, 0})
+    ->Args({999, 0})
+    ->Args({999, 1})
+    ->Unit(benchmark::kMicrosecond);
+
 BENCHMARK(BM_ExpandVar)
     ->ArgNames({"plugins", "plugin_refs"})
     ->Args({1, 0})
