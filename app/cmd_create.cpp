@@ -1,10 +1,8 @@
 // tsaw create: makes a Project Set from a Job or a template, as the Creation page does, after the
 // answers have passed every page's rules.
 
-#include <signal.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
@@ -14,6 +12,7 @@
 #include "app/command.h"
 #include "app/create_answers.h"
 #include "app/root.h"
+#include "app/run_signals.h"
 #include "creation/creation_run.h"
 #include "creation/report.h"
 #include "generations/record.h"
@@ -25,10 +24,6 @@
 namespace tsaw::app {
 namespace {
 
-volatile std::sig_atomic_t g_interrupted = 0;  // set by the SIGINT handler, read at pump points
-
-void OnInterrupt(int) { g_interrupted = 1; }
-
 struct CreateOptions {
   std::string job;
   std::string template_path;
@@ -39,7 +34,8 @@ struct CreateOptions {
   std::string save_job;
 };
 
-// Progress on a terminal: the counted files, then a bar over them; Ctrl-C aborts the run.
+// Progress on a terminal: the counted files, then a bar over them; Ctrl-C, SIGTERM or SIGHUP
+// aborts the run.
 class TerminalProgress : public creation::TRunObserver {
  public:
   explicit TerminalProgress(bool show) : show_(show) {}
@@ -61,7 +57,7 @@ class TerminalProgress : public creation::TRunObserver {
   }
   void ShowMessage(const std::string& text) override { std::cerr << "tsaw: create: " << text << "\n"; }
   void Pump() override {
-    if (g_interrupted && run_ && !aborted_) {
+    if (ScopedRunSignals::Caught() != 0 && run_ && !aborted_) {
       aborted_ = true;
       run_->Abort();
     }
@@ -90,7 +86,9 @@ int Report(creation::TRunOutcome outcome, const creation::TCreationRun& run, con
             << run.ProjectSetFolder().string() << "\nReport: " << creation::ReportFile(wizard).string() << "\n";
   switch (outcome) {
     case creation::TRunOutcome::Finished: return kExitOk;
-    case creation::TRunOutcome::Aborted: std::cerr << "tsaw: create: aborted\n"; break;
+    case creation::TRunOutcome::Aborted:
+      std::cerr << "tsaw: create: aborted\n";
+      return ScopedRunSignals::ExitStatus(kExitFailed);
     case creation::TRunOutcome::Stopped: std::cerr << "tsaw: create: stopped: " << run.StopReason() << "\n"; break;
     case creation::TRunOutcome::Failed: std::cerr << "tsaw: create: failed: " << run.StopReason() << "\n"; break;
   }
@@ -119,9 +117,11 @@ int RunCreate(const CreateOptions& options, const GlobalOptions& global) {
   TerminalProgress progress(isatty(STDERR_FILENO) == 1);
   creation::TCreationRun run(wizard, std::move(services), progress);
   progress.Attach(&run);
-  auto previous = std::signal(SIGINT, OnInterrupt);
-  const creation::TRunOutcome outcome = run.Start(options.dry_run);
-  std::signal(SIGINT, previous);
+  creation::TRunOutcome outcome;
+  {
+    const ScopedRunSignals signals;
+    outcome = run.Start(options.dry_run);
+  }
   progress.Done();
   if (outcome == creation::TRunOutcome::Finished && !options.dry_run && !options.no_record) {
     if (std::string error = generations::RecordCreation(wizard, run.ProjectSetFolder()); !error.empty()) {

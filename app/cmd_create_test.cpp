@@ -7,6 +7,7 @@
 
 #include "testing/run_program.h"
 #include "testing/temp_dir.h"
+#include "testing/wizard_root.h"
 
 namespace tsaw::app {
 namespace {
@@ -21,20 +22,7 @@ class CreateCommandTest : public ::testing::Test {
   void SetUp() override {
     setenv("XDG_DATA_HOME", (dir_.path() / "data").c_str(), 1);
     setenv("XDG_STATE_HOME", (dir_.path() / "state").c_str(), 1);
-    std::string targets;
-    for (const char* key : {"Delphi.5.Win32", "Delphi.6.Win32", "Delphi.8.VclNet", "Delphi.8.NetFcl",
-                            "Delphi.2005.Win32", "Delphi.2005.VclNet", "Delphi.2005.NetFcl", "Delphi.2006.Win32",
-                            "Delphi.2006.VclNet", "Delphi.2006.NetFcl", "Delphi.2007.Win32", "Delphi.2007.VclNet",
-                            "Delphi.2007.NetFcl", "TurboDelphi.2006.Win32", "TurboDelphi.2006.VclNet",
-                            "TurboDelphi.2006.NetFcl", "Chrome.NetFcl"}) {
-      targets += std::string(key) + "=D\n";
-    }
-    const std::string t = "TSA/Wizard/Templates/Apps/Tiny/";
-    dir_.Write(t + "Template.ini", "[Template]\nName=Tiny\nPrefix=T001\nAuthor=a\nPurpose=p\nDesc=d\n"
-                                   "[Default Values]\nProduct.Name=Rocket\nProjects.Prefix=Acme\n"
-                                   "Output.BaseFolder=" + Out().string() + "\nDelphi.7.Win32=R\n" + targets);
-    dir_.Write(t + "Delphi 7/Win32/Host/T001_Host.dpr", "program vrHost_ProjectName;\nend.\n");
-    dir_.Write("TSA/Wizard/TSaW.ini", "[TSaW]\nConfig=Default\n");
+    tsaw::testing::WriteTinyTemplate(dir_, Out().string());
   }
   fs::path Out() const { return dir_.path() / "out"; }
   ProgramRun Create(std::vector<std::string> args) {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "app/command.h"
+#include "model/file_bytes.h"
 #include "templates/template_info.h"
 
 namespace tsaw::app {
@@ -26,6 +27,12 @@ int RunValidate(std::string folder) {
   TTemplateInfo info;
   info.FolderPath = folder + "/";
   info.IniFile = info.FolderPath + "Template.ini";
+  // A Template.ini that is there but cannot be read (a FIFO, a device, no permission) says so.
+  std::string unreadable;
+  if (std::filesystem::exists(info.IniFile, ec) && !ReadFileBytes(info.IniFile, &unreadable)) {
+    std::cerr << "tsaw: validate: " << unreadable << "\n";
+    return kExitFailed;
+  }
   if (!std::filesystem::is_regular_file(info.IniFile, ec)) {
     std::cerr << "tsaw: validate: " << folder << ": holds no Template.ini, so it is no template\n";
   }

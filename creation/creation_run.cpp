@@ -9,6 +9,7 @@
 #include "creation/safety.h"
 #include "creation/system_variables.h"
 #include "creation/walk.h"
+#include "model/answer_check.h"
 #include "model/expand.h"
 #include "model/target_selection.h"
 #include "model/targets.h"
@@ -104,11 +105,15 @@ TRunOutcome TCreationRun::RunPhases(bool counting_only) {
   TRunContext& run = *run_;
   for (const std::string& line : ReportHeader(wizard_)) run.Report(line);
   CheckVariables();
+  // Read before the Base Folder's value is expanded in place below.
+  const auto expand = [this](const std::string& text) { return ExpandVar(wizard_, text); };
+  const std::string base_refusal = CheckBaseFolderValue(wizard_.Variables[viOutputBaseFolder].Value, expand);
   Expand_System_Variables(wizard_);
   if (!run.Pump()) return TRunOutcome::Aborted;
+  if (!AnswersWithinBounds()) return TRunOutcome::Stopped;
   PrepareDirectives();
   CheckTargets();
-  if (!ComputeProjectSet()) return TRunOutcome::Stopped;
+  if (!ComputeProjectSet(base_refusal)) return TRunOutcome::Stopped;
   if (const TRunOutcome counted = CountingPass(); counted != TRunOutcome::Finished) return counted;
   if (counting_only) {
     run.Report();
@@ -133,6 +138,22 @@ void TCreationRun::CheckVariables() {
   } else {
     run.Report("  No CVR detected.");
   }
+}
+
+// A cycle the check above did not neutralise, or an answer that grows beyond the expansion's
+// bounds, would fill every file it reaches: the run is refused before anything is written.
+bool TCreationRun::AnswersWithinBounds() {
+  const std::string refusal = FirstAnswerBeyondBounds(wizard_);
+  if (refusal.empty()) return true;
+  Refuse(refusal);
+  return false;
+}
+
+void TCreationRun::Refuse(const std::string& refusal) {
+  TRunContext& run = *run_;
+  run.Report();
+  run.Report("  ERROR: " + refusal);
+  run.stop_reason = refusal;
 }
 
 void TCreationRun::PrepareDirectives() {
@@ -181,23 +202,23 @@ void TCreationRun::CheckTargets() {
   }
 }
 
-// The Project Set folder, refused (with the reason reported) unless it is safe to clear and write.
-bool TCreationRun::ComputeProjectSet() {
+// The Project Set folder, refused (with the reason reported) unless it is safe to clear and write;
+// `refusal` is one found before.
+bool TCreationRun::ComputeProjectSet(std::string refusal) {
   TRunContext& run = *run_;
   const fs::path base = FolderFromValue(ExpandVar(wizard_, "#Output.BaseFolder#"));
   run.template_folder = FolderFromValue(wizard_.SelectedTemplate ? wizard_.SelectedTemplate->FolderPath : "");
   run.project_set = project_set_ = ProjectSetFolderOf(wizard_);
   const TProtectedFolders guarded{services_.Home, FolderFromValue(wizard_.WizardFolder), run.template_folder};
-  std::string refusal = run.template_folder.empty() || !fs::is_directory(run.template_folder)
-                            ? "The template folder '" + run.template_folder.string() + "' is not available."
-                            : CheckProjectSetFolder(run.project_set, base, guarded);
+  if (refusal.empty() && (run.template_folder.empty() || !fs::is_directory(run.template_folder))) {
+    refusal = "The template folder '" + run.template_folder.string() + "' is not available.";
+  }
+  if (refusal.empty()) refusal = CheckProjectSetFolder(run.project_set, base, guarded);
   if (refusal.empty()) {
     if (!write_into_.empty()) run.project_set = write_into_;
     return true;
   }
-  run.Report();
-  run.Report("  ERROR: " + refusal);
-  run.stop_reason = refusal;
+  Refuse(refusal);
   return false;
 }
 

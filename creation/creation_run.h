@@ -68,9 +68,11 @@ class TCreationRun {
  private:
   TRunOutcome RunPhases(bool counting_only);
   void CheckVariables();
+  bool AnswersWithinBounds();
+  void Refuse(const std::string& refusal);
   void PrepareDirectives();
   void CheckTargets();
-  bool ComputeProjectSet();
+  bool ComputeProjectSet(std::string refusal);
   TRunOutcome CountingPass();
   TRunOutcome ProcessingPass();
   TRunOutcome ProcessLanguages();

@@ -1,5 +1,7 @@
 #include "creation/file_processing.h"
 
+#include <optional>
+
 #include "creation/file_names.h"
 #include "creation/project_file_cleaning.h"
 #include "model/expand.h"
@@ -37,15 +39,16 @@ TFileOutcome Fail(TRunContext& run, const std::string& line) {
 
 TFileOutcome CopyPlain(TRunContext& run, const fs::path& source, const fs::path& dest) {
   run.Report("    Copying file '" + source.string() + "' to '" + dest.string() + "'...");
-  std::error_code ec;
-  fs::copy_file(source, dest, fs::copy_options::overwrite_existing, ec);
-  if (!ec) return TFileOutcome::Processed;
+  std::string error;
+  if (CopyFileBytes(source, dest, &error)) return TFileOutcome::Processed;
   return Fail(run, "Non-expandable file could not be copied.  Source: '" + source.string() +
-                       "'  Destination: '" + dest.string() + "'");
+                       "'  Destination: '" + dest.string() + "' (" + error + ")");
 }
 
-// The expansion of a file's text with the quoting its kind needs.
-std::string Expanded(TRunContext& run, std::string text, const std::string& ext) {
+// The expansion of a file's text with the quoting its kind needs; nullopt, with the reason in the
+// run's stop reason, when it breaks the expansion's bounds.
+std::optional<std::string> Expanded(TRunContext& run, std::string text, const std::string& ext,
+                                    const fs::path& source) {
   std::vector<std::string> pairs;
   if (ext == ".rc") {
     run.Report("      Replacing double-quotes while expanding variables...");
@@ -59,10 +62,11 @@ std::string Expanded(TRunContext& run, std::string text, const std::string& ext)
   // Every reference holds a '#' or an identifier token, which begins with "vr".
   if (text.find('#') == std::string::npos && text.find("vr") == std::string::npos) return text;
   std::string result;
-  if (ExpandVar(*run.expansion, text, false, result, pairs) == TExpandOutcome::StoppedAtBound) {
-    run.Report("      WARNING: Variables are still referred to after the last expansion pass.");
-  }
-  return result;
+  const TExpandOutcome outcome = ExpandVar(*run.expansion, text, false, result, pairs);
+  if (outcome == TExpandOutcome::Complete) return result;
+  run.stop_reason = ExpansionBoundMessage("'" + source.string() + "'", outcome, text.size());
+  run.Report("      ERROR: " + run.stop_reason);
+  return std::nullopt;
 }
 
 // The preprocessor's Execute on the lines of `text`, without splitting it into lines first.
@@ -83,7 +87,9 @@ TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path
                          source.string() + "'");
   }
   TTextFile file = DecodeText(std::move(*bytes));
-  std::string text = Expanded(run, std::move(file.Text), ext);
+  std::optional<std::string> expanded = Expanded(run, std::move(file.Text), ext, source);
+  if (!expanded) return TFileOutcome::Failed;
+  std::string text = std::move(*expanded);
   platform::MakeCrLfLines(text);
   const bool settings = InList(kProjectSettings, ext);
   if (settings || ext == ".dfm") {
@@ -106,6 +112,17 @@ TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path
   return TFileOutcome::Processed;
 }
 
+// Where a link in the template leads when that is outside the template; empty otherwise.
+std::string LinkOutsideTemplate(const TRunContext& run, const fs::path& source) {
+  std::error_code ec;
+  if (!fs::is_symlink(source, ec)) return {};
+  const fs::path target = fs::weakly_canonical(source, ec);
+  const fs::path folder = fs::weakly_canonical(run.template_folder, ec);
+  const fs::path relative = target.lexically_relative(folder);
+  if (!ec && !relative.empty() && *relative.begin() != ".." && relative != ".") return {};
+  return target.string();
+}
+
 // True when `name` is a plain file name that keeps `dest` inside the Project Set.
 bool SafeName(const TRunContext& run, const std::string& name, const fs::path& dest) {
   if (name.empty() || name == "." || name == ".." || name.find('/') != std::string::npos) return false;
@@ -126,6 +143,10 @@ bool SkippedFile(const std::string& name) {
 
 TFileOutcome Process_File(TRunContext& run, const fs::path& source, const fs::path& dest_folder) {
   platform::ScopedRoutine routine("TSaW_frmCreation.TfrmCreation.Process_File");
+  if (const std::string outside = LinkOutsideTemplate(run, source); !outside.empty()) {
+    return Fail(run, "      ERROR: '" + source.string() + "' is a link to '" + outside +
+                         "' outside the template; not followed.");
+  }
   const std::string name = source.filename().string();
   if (!run.expansion) run.expansion = std::make_unique<TExpansionTable>(run.wizard);
   const std::string dest_name = ProjectFileName(*run.expansion, name);

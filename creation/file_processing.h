@@ -13,7 +13,8 @@ enum class TFileOutcome { Processed, Failed, Aborted };
 // Copies or expands `source` into `dest_folder` under its Project Set name, by extension: plain
 // copy; expansion (".rc" and ".dfm" with their quoting); project-settings cleaning; DCI renewal;
 // the preprocessor for ".dpr", ".pas" and ".inc". A file that cannot be read, refused (binary
-// form, a name leading out of the Project Set) or written is Failed with an ERROR line; the
+// form, a name leading out of the Project Set) or written is Failed with an ERROR line; one whose
+// expansion breaks the expansion's bounds is Failed and sets the run's stop reason as well; the
 // preprocessor's error is thrown on to the run.
 TFileOutcome Process_File(TRunContext& run, const std::filesystem::path& source,
                           const std::filesystem::path& dest_folder);

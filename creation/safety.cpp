@@ -1,5 +1,10 @@
 #include "creation/safety.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
 #include <iterator>
 
 namespace tsaw::creation {
@@ -24,6 +29,31 @@ bool SameOrBelow(const fs::path& inner, const fs::path& outer) {
   return first != "..";
 }
 
+// The operating system's own folders: an existing folder below one is never a Project Set.
+bool InSystemHierarchy(const fs::path& resolved) {
+  const fs::path relative = resolved.relative_path();
+  if (relative.empty()) return true;
+  const std::string top = relative.begin()->string();
+  static const char* const kSystemFolders[] = {"etc", "usr", "var", "boot", "bin", "sbin", "opt",
+                                               "srv", "proc", "sys", "dev", "run"};
+  for (const char* folder : kSystemFolders) {
+    if (top == folder) return true;
+  }
+  return top.rfind("lib", 0) == 0;
+}
+
+// Refusals that depend on what stands at the Project Set folder's place now.
+std::string CheckExistingFolder(const fs::path& set, const std::string& where) {
+  struct stat status {};
+  if (::lstat(set.c_str(), &status) != 0) {
+    if (errno == ENAMETOOLONG) return where + " cannot be used: " + std::strerror(errno) + ".";
+    return {};
+  }
+  if (InSystemHierarchy(set)) return where + " lies in the operating system's own folders; it is not replaced.";
+  if (status.st_uid != ::getuid()) return where + " is not owned by you; it is not replaced.";
+  return {};
+}
+
 }  // namespace
 
 bool StrictlyInside(const fs::path& path, const fs::path& folder) {
@@ -39,6 +69,9 @@ std::string CheckProjectSetFolder(const fs::path& project_set, const fs::path& b
   if (!StrictlyInside(project_set, base_folder)) {
     return where + " does not lie inside the Base Folder '" + base_folder.string() +
            "' (check Product.Name).";
+  }
+  if (project_set.filename().string().starts_with(".")) {
+    return where + " has a name that begins with '.' (check Product.Name).";
   }
   const fs::path set = Resolved(project_set);
   // A folder right below the root ("/usr", "/etc") is a system's, never a Project Set to replace.
@@ -58,7 +91,16 @@ std::string CheckProjectSetFolder(const fs::path& project_set, const fs::path& b
   if (!protect.TemplateFolder.empty() && SameOrBelow(set, Resolved(protect.TemplateFolder))) {
     return where + " lies inside the template '" + protect.TemplateFolder.string() + "'.";
   }
-  return {};
+  return CheckExistingFolder(set, where);
+}
+
+std::string CheckBaseFolderValue(const std::string& raw, const std::function<std::string(const std::string&)>& expand) {
+  if (!raw.starts_with("#")) return {};
+  const size_t close = raw.find('#', 1);
+  if (close == std::string::npos) return {};
+  const std::string reference = raw.substr(0, close + 1);
+  if (!expand(reference).empty()) return {};
+  return "The Base Folder '" + raw + "' begins with " + reference + ", which is empty on this machine.";
 }
 
 }  // namespace tsaw::creation

@@ -57,18 +57,35 @@ fs::path DestinationOf(const TRunContext& run, const fs::path& source) {
   return run.project_set / source.lexically_relative(run.template_folder);
 }
 
+// Creates `dest` and any missing folders above it, top down. Empty when it stands; otherwise the
+// first folder that could not be made, with the system's reason.
+std::string MakeFolders(const fs::path& dest) {
+  std::vector<fs::path> missing;
+  std::error_code ec;
+  for (fs::path folder = dest; !folder.empty(); folder = folder.parent_path()) {
+    if (fs::is_directory(folder, ec)) break;
+    missing.push_back(folder);
+    if (folder == folder.root_path()) break;
+  }
+  for (auto it = missing.rbegin(); it != missing.rend(); ++it) {
+    std::error_code made;
+    std::error_code probe;
+    if (fs::create_directory(*it, made) || (!made && fs::is_directory(*it, probe))) continue;
+    return "'" + it->string() + "' (" + (made ? made.message() : std::string("a file of that name exists")) + ")";
+  }
+  return {};
+}
+
 bool CreateFolder(TRunContext& run, const fs::path& dest) {
   run.Report("  Creating folder:  '" + dest.string() + "'...");
-  std::error_code ec;
-  fs::create_directories(dest, ec);
-  if (!ec && fs::is_directory(dest)) {
+  const std::string failed = MakeFolders(dest);
+  if (failed.empty()) {
     ++run.counters.FoldersProcessed;
     return true;
   }
   ++run.counters.FoldersFailed;
   run.Report("    ERROR: Folder could not be created: '" + dest.string() + "'");
-  run.stop_reason = "Folder could not be created: '" + dest.string() + "' (" +
-                    (ec ? ec.message() : std::string("not a folder")) + ")";
+  run.stop_reason = "Folder could not be created: " + failed;
   return false;
 }
 
@@ -111,6 +128,8 @@ bool WalkFile(TRunContext& run, const fs::path& file) {
       const TFileOutcome outcome = Process_File(run, file, DestinationOf(run, file.parent_path()));
       if (outcome == TFileOutcome::Aborted) return false;
       ++(outcome == TFileOutcome::Processed ? run.counters.FilesProcessed : run.counters.FilesFailed);
+      // A file that broke a bound stops the run: the next would most likely break it too.
+      if (!run.stop_reason.empty()) return false;
     }
   }
   run.ShowCounters();
@@ -180,7 +199,7 @@ bool Process_Root(TRunContext& run) {
         return false;
       }
     }
-    CreateFolder(run, run.project_set);
+    if (!CreateFolder(run, run.project_set)) return false;
   }
   run.ShowCounters();
   if (!run.Pump()) return false;

@@ -19,16 +19,30 @@ enum class TFindMode { Name = 0, Identifier = 1 };
 TFindVarResult FindVar(const TWizard& wizard, std::string_view s, TFindMode mode, uint16_t var_idx = 0,
                        int start_pos = 0);
 
-// How a full expansion ended.
-enum class TExpandOutcome { Complete, StoppedAtBound };
+// How a full expansion ended: completely, or stopped at one of its two bounds.
+enum class TExpandOutcome {
+  Complete,
+  TooManyPasses,  // references were still left after the pass bound (a cycle)
+  TooLarge,       // the text would have outgrown ExpansionGrowthBound
+};
+
+// The most one expansion may add to a text of `input_size` bytes: 1,000 times its size in whole
+// MB, rounded up, at least 1 MB and at most 64 MB. No sensible template or answer comes near it;
+// a value that feeds on itself reaches it after a few passes. It is checked before each
+// replacement is built, so memory never holds more than this beyond the input.
+size_t ExpansionGrowthBound(size_t input_size);
+// The longest result an expansion of `s` may have: its size plus its growth bound.
+size_t ExpansionLimitFor(std::string_view s);
 
 // Expands `s` into `res` (which may be the text `s` views). `one_pass` makes a single pass over
 // the table; otherwise passes repeat until no reference is left. A cycle that the
 // circular-reference check did not neutralise (or a value that brings its own token back, or
 // makes the text grow without end) stops the expansion at a bound: `res` then holds the text as
-// far as it got and the outcome is StoppedAtBound. `pairs` is taken two by two as (from, to)
-// replacements applied to each value before it is inserted; an odd count is ignored. Sub-items
-// are found by the names and tokens that ResizePinSubArray gives them.
+// far as it got and the outcome names the bound. Passes are bounded by one more than the
+// longest chain of references the table can hold without a cycle; the size by
+// ExpansionLimitFor(s). `pairs` is taken two by two as (from, to) replacements applied to each
+// value before it is inserted; an odd count is ignored. Sub-items are found by the names and
+// tokens that ResizePinSubArray gives them.
 TExpandOutcome ExpandVar(const TWizard& wizard, std::string_view s, bool one_pass, std::string& res,
                          const std::vector<std::string>& pairs = {});
 class TTokenIndex;
@@ -53,6 +67,9 @@ class TExpansionTable {
 // ExpandVar over a prepared table: the same result, without preparing the table each time.
 TExpandOutcome ExpandVar(const TExpansionTable& table, std::string_view s, bool one_pass, std::string& res,
                          const std::vector<std::string>& pairs = {});
+// The message for an expansion of `what`, a text of `input_size` bytes, that stopped at a bound,
+// for instance "The expansion of Copyright exceeds 1 MB."; empty for a complete one.
+std::string ExpansionBoundMessage(std::string_view what, TExpandOutcome outcome, size_t input_size);
 // Convenience: the full expansion of `s`.
 std::string ExpandVar(const TWizard& wizard, std::string_view s);
 

@@ -3,6 +3,7 @@
 // can ever join two lines, and each variable only needs to visit the lines that refer to it.
 
 #include <algorithm>
+#include <map>
 
 #include "model/expand.h"
 #include "model/expand_index.h"
@@ -14,9 +15,6 @@ namespace tsaw {
 namespace {
 
 constexpr std::string_view kPairMarker = "[tEmP.sTr]";
-// Room for every sensible expansion; beyond it a value must be feeding on itself.
-constexpr size_t kMinSizeBound = size_t{16} << 20;
-constexpr size_t kSizeBoundFactor = 64;
 
 struct Segment {
   std::string_view text;
@@ -26,7 +24,8 @@ struct Segment {
 
 class Expander {
  public:
-  Expander(const TTokenIndex& index, const std::vector<std::string>& pairs, std::string_view s);
+  Expander(const TTokenIndex& index, const std::vector<std::string>& pairs, std::string_view s, size_t size_limit,
+           uint16_t kept);
   TExpandOutcome Run(bool one_pass);
   std::string Result() const;
 
@@ -45,18 +44,22 @@ class Expander {
   const TWizard& wizard_;
   const std::vector<std::string>& pairs_;
   std::vector<Segment> segments_;
-  std::vector<std::vector<uint32_t>> pending_;  // per variable: the segments that refer to it
+  // Per variable referred to: the segments that refer to it. Sparse, so that an expansion costs
+  // in proportion to the references it meets, not to the size of the table.
+  std::map<uint16_t, std::vector<uint32_t>> pending_;
   std::vector<uint32_t> changed_;
   std::vector<uint16_t> present_;
   std::string buffer_;
   size_t size_ = 0;
   size_t size_bound_ = 0;
   bool bound_hit_ = false;
+  bool too_large_ = false;
+  uint16_t kept_ = 0;  // a variable whose references are left in place
 };
 
-Expander::Expander(const TTokenIndex& index, const std::vector<std::string>& pairs, std::string_view s)
-    : index_(index), wizard_(index.wizard()), pairs_(pairs), pending_(index.last() + 1), size_(s.size()),
-      size_bound_(kMinSizeBound + kSizeBoundFactor * s.size()) {
+Expander::Expander(const TTokenIndex& index, const std::vector<std::string>& pairs, std::string_view s,
+                   size_t size_limit, uint16_t kept)
+    : index_(index), wizard_(index.wizard()), pairs_(pairs), size_(s.size()), size_bound_(size_limit), kept_(kept) {
   size_t lines = 1;
   if (index_.lines_independent()) lines += std::count(s.begin(), s.end(), '\n');
   segments_.resize(lines);
@@ -74,17 +77,18 @@ TExpandOutcome Expander::Run(bool one_pass) {
   const uint32_t max_passes = index_.item_count() + 2;
   for (uint32_t pass = 1;; ++pass) {
     const PassResult result = RunPass(pass > max_passes);
+    if (too_large_) return TExpandOutcome::TooLarge;
     if (!result.had_refs) return TExpandOutcome::Complete;
-    if (bound_hit_ || pass > max_passes) return TExpandOutcome::StoppedAtBound;
+    if (bound_hit_ || pass > max_passes) return TExpandOutcome::TooManyPasses;
     if (one_pass) return TExpandOutcome::Complete;
     // References are left but nothing moved: another pass would do the same for ever.
-    if (!result.changed) return TExpandOutcome::StoppedAtBound;
+    if (!result.changed) return TExpandOutcome::TooManyPasses;
   }
 }
 
 Expander::PassResult Expander::RunPass(bool scan_only) {
   PassResult result;
-  for (auto& list : pending_) list.clear();
+  pending_.clear();
   for (uint32_t i = 0; i < segments_.size(); ++i) {
     Segment& segment = segments_[i];
     if (!segment.dirty) continue;
@@ -94,9 +98,11 @@ Expander::PassResult Expander::RunPass(bool scan_only) {
     result.had_refs |= segment.dirty;
   }
   if (!result.had_refs || scan_only) return result;
-  for (uint16_t v = 1; v < pending_.size(); ++v) {
-    std::vector<uint32_t>& list = pending_[v];
-    if (list.empty()) continue;
+  // Entries added on the way belong to higher numbers, so they lie ahead of the iterator.
+  for (auto it = pending_.begin(); it != pending_.end(); ++it) {
+    const uint16_t v = it->first;
+    if (v == kept_) continue;
+    std::vector<uint32_t>& list = it->second;
     std::sort(list.begin(), list.end());
     list.erase(std::unique(list.begin(), list.end()), list.end());
     changed_.clear();
@@ -159,19 +165,24 @@ std::string Expander::ReplacementFor(uint16_t v, int plugin, TFindMode mode) con
   return value;
 }
 
-// False when the text has outgrown its bound.
+// False when the text would outgrow its bound; the segment that would have is left as it was.
 bool Expander::ReplaceIn(const std::vector<uint32_t>& segments, const std::string& token, const std::string& value) {
   for (uint32_t i : segments) {
     Segment& segment = segments_[i];
-    const size_t count = ReplaceAllInto(segment.text, token, value, buffer_);
+    const size_t room = size_bound_ - (size_ - segment.text.size());
+    const size_t count = ReplaceAllInto(segment.text, token, value, buffer_, room);
+    if (count == kReplacementTooLarge) {
+      bound_hit_ = too_large_ = true;
+      buffer_ = std::string();
+      return false;
+    }
     if (count == 0) continue;
     size_ = size_ - segment.text.size() + buffer_.size();
     segment.own.swap(buffer_);
     segment.text = segment.own;
     changed_.push_back(i);
   }
-  if (size_ > size_bound_) bound_hit_ = true;
-  return !bound_hit_;
+  return true;
 }
 
 std::string Expander::Result() const {
@@ -183,12 +194,32 @@ std::string Expander::Result() const {
 
 }  // namespace
 
-TExpandOutcome ExpandWithIndex(const TTokenIndex& index, std::string_view s, bool one_pass, std::string& res,
-                               const std::vector<std::string>& pairs) {
-  if (ExpandInOneScan(index, s, pairs, kMinSizeBound + kSizeBoundFactor * s.size(), res)) {
-    return TExpandOutcome::Complete;
+size_t ExpansionGrowthBound(size_t input_size) {
+  constexpr size_t kMegabyte = size_t{1} << 20;
+  const size_t megabytes = (input_size * 1000 + kMegabyte - 1) / kMegabyte;
+  return std::clamp<size_t>(megabytes, 1, 64) * kMegabyte;
+}
+
+size_t ExpansionLimitFor(std::string_view s) { return s.size() + ExpansionGrowthBound(s.size()); }
+
+std::string ExpansionBoundMessage(std::string_view what, TExpandOutcome outcome, size_t input_size) {
+  const std::string name(what);
+  switch (outcome) {
+    case TExpandOutcome::Complete:
+      return {};
+    case TExpandOutcome::TooLarge:
+      return "The expansion of " + name + " exceeds " + std::to_string(ExpansionGrowthBound(input_size) >> 20) + " MB.";
+    case TExpandOutcome::TooManyPasses:
+      break;
   }
-  Expander expander(index, pairs, s);
+  return "The expansion of " + name + " still refers to variables after its last pass (a circular reference).";
+}
+
+TExpandOutcome ExpandWithIndex(const TTokenIndex& index, std::string_view s, bool one_pass, std::string& res,
+                               const std::vector<std::string>& pairs, size_t size_limit, uint16_t kept) {
+  // The one scan expands every variable, so it serves only when none is kept.
+  if (kept == 0 && ExpandInOneScan(index, s, pairs, size_limit, res)) return TExpandOutcome::Complete;
+  Expander expander(index, pairs, s, size_limit, kept);
   const TExpandOutcome outcome = expander.Run(one_pass);
   res = expander.Result();
   return outcome;
@@ -202,7 +233,7 @@ TExpandOutcome ExpandVar(const TWizard& wizard, std::string_view s, bool one_pas
     return TExpandOutcome::Complete;
   }
   const TTokenIndex index(wizard);
-  return ExpandWithIndex(index, s, one_pass, res, pairs);
+  return ExpandWithIndex(index, s, one_pass, res, pairs, ExpansionLimitFor(s));
 }
 
 TExpansionTable::TExpansionTable(const TWizard& wizard)
@@ -219,7 +250,7 @@ TExpandOutcome ExpandVar(const TExpansionTable& table, std::string_view s, bool 
     res.assign(s);
     return TExpandOutcome::Complete;
   }
-  return ExpandWithIndex(index, s, one_pass, res, pairs);
+  return ExpandWithIndex(index, s, one_pass, res, pairs, ExpansionLimitFor(s));
 }
 
 std::string ExpandVar(const TWizard& wizard, std::string_view s) {

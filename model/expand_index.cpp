@@ -280,13 +280,18 @@ bool MayHoldReference(const TWizard& wizard, std::string_view s) {
   return false;
 }
 
-size_t ReplaceAllInto(std::string_view text, std::string_view from, std::string_view to, std::string& out) {
+size_t ReplaceAllInto(std::string_view text, std::string_view from, std::string_view to, std::string& out,
+                      size_t limit) {
   size_t at = text.find(from);
   if (from.empty() || at == std::string_view::npos) return 0;
   out.clear();
   size_t count = 0;
   size_t start = 0;
   for (; at != std::string_view::npos; at = text.find(from, start), ++count) {
+    // What is left of the text after this occurrence still has to fit as well.
+    if (out.size() + (at - start) + to.size() + (text.size() - at - from.size()) > limit) {
+      return kReplacementTooLarge;
+    }
     out.append(text.substr(start, at - start)).append(to);
     start = at + from.size();
   }

@@ -107,12 +107,20 @@ class TTokenIndex {
 // False only when `s` surely holds no reference: no '#', no "vr", and every token begins with "vr".
 bool MayHoldReference(const TWizard& wizard, std::string_view s);
 
-// Replaces every occurrence of `from` (non-empty) in `text` by `to`, writing the result to `out`
-// only when there was one; returns the number of occurrences.
-size_t ReplaceAllInto(std::string_view text, std::string_view from, std::string_view to, std::string& out);
+// What ReplaceAllInto returns when the result would have been longer than its limit.
+inline constexpr size_t kReplacementTooLarge = static_cast<size_t>(-1);
 
-// ExpandVar with a ready index.
+// Replaces every occurrence of `from` (non-empty) in `text` by `to`, writing the result to `out`
+// only when there was one; returns the number of occurrences. When the result would be longer
+// than `limit` it stops before growing `out` past it and returns kReplacementTooLarge (`out` then
+// holds no useful text).
+size_t ReplaceAllInto(std::string_view text, std::string_view from, std::string_view to, std::string& out,
+                      size_t limit = kReplacementTooLarge);
+
+// ExpandVar with a ready index; the result is never longer than `size_limit` (TooLarge instead).
+// References to variable `kept` (0: none) are left as they stand.
 TExpandOutcome ExpandWithIndex(const TTokenIndex& index, std::string_view s, bool one_pass, std::string& res,
-                               const std::vector<std::string>& pairs);
+                               const std::vector<std::string>& pairs, size_t size_limit, uint16_t kept = 0);
+
 
 }  // namespace tsaw

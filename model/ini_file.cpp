@@ -68,9 +68,12 @@ TIniFile TIniFile::Load(const std::filesystem::path& path) {
   if (!bytes) {
     TIniFile empty;
     empty.error_ = error;
+    empty.path_ = path;
     return empty;
   }
-  return FromText(DecodeText(*bytes).Text);
+  TIniFile ini = FromText(DecodeText(*bytes).Text);
+  ini.path_ = path;
+  return ini;
 }
 
 const TIniFile::Section* TIniFile::FindSection(std::string_view name) const {

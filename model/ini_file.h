@@ -33,6 +33,8 @@ class TIniFile {
 
   // Empty when the file was read; otherwise what went wrong and where.
   const std::string& Error() const { return error_; }
+  // The file it was loaded from; empty for a parsed text.
+  const std::filesystem::path& Path() const { return path_; }
 
  private:
   struct Section {
@@ -43,6 +45,7 @@ class TIniFile {
 
   std::vector<Section> sections_;
   std::string error_;
+  std::filesystem::path path_;
 };
 
 // True for "yes", "y", "true", "t" and "1" in any letter case.

@@ -1,6 +1,8 @@
 #include "model/startup.h"
 
 #include <optional>
+#include <stdexcept>
+#include <unordered_map>
 #include <string_view>
 #include <vector>
 
@@ -18,7 +20,9 @@ namespace {
 constexpr std::string_view kBrokenBar = "\xC2\xA6";  // "¦"
 constexpr std::string_view kPilcrow = "\xC2\xB6";    // "¶"
 constexpr uint16_t kNineKeptDirectives = 9;
-constexpr size_t kMostVariables = 0xFFFF;  // variable numbers are 16-bit
+// Variable numbers are 16-bit and loops over the table run to the last number inclusive; the
+// highest number stays below the type's largest value so that no such loop can wrap.
+constexpr size_t kHighestVariableNumber = 0xFFFE;
 
 void EnsureVariableTable(TWizard& wizard) {
   if (wizard.Variables.size() < kInitialVariableCount) Init_Variables(wizard);
@@ -71,16 +75,35 @@ TDeclaredValue ParseDeclaredValue(const std::string& raw) {
   return declared;
 }
 
-// The number of the variable `name`, appended when it is new; 0 when the table is full.
-uint16_t FindOrAppendVariable(TWizard& wizard, const std::string& name) {
-  if (const uint16_t found = FindVarByName(wizard, name)) return found;
-  if (wizard.Variables.size() > kMostVariables) {
-    platform::DebugLine("  Variable table full; '" + name + "' skipped.");
-    return 0;
+// The variables' numbers by name (the lowest number of each name, as FindVarByName finds it), so
+// that reading tens of thousands of declarations does not search the table for each one.
+using TNumbersByName = std::unordered_map<std::string, uint16_t>;
+
+TNumbersByName NumbersByName(const TWizard& wizard) {
+  TNumbersByName numbers;
+  for (uint16_t v = 1; v <= LastSearchedVar(wizard); ++v) numbers.emplace(wizard.Variables[v].Name, v);
+  return numbers;
+}
+
+uint16_t NumberOf(const TNumbersByName& numbers, const std::string& name) {
+  const auto found = numbers.find(name);
+  return found == numbers.end() ? 0 : found->second;
+}
+
+// Refuses a section that would take the table beyond the highest number a variable can have.
+void CheckRoomFor(const TWizard& wizard, const TIniFile& ini, const std::string& section,
+                  const std::vector<std::pair<std::string, std::string>>& entries, const TNumbersByName& numbers,
+                  const std::string& prefix) {
+  size_t added = 0;
+  for (const auto& [key, raw] : entries) {
+    if (!raw.empty() && numbers.find(prefix + key) == numbers.end()) ++added;
   }
-  wizard.Variables.emplace_back();
-  wizard.VarCount = static_cast<uint16_t>(wizard.Variables.size() - 1);
-  return wizard.VarCount;
+  const size_t count = wizard.Variables.size() - 1;
+  if (count + added <= kHighestVariableNumber) return;
+  throw std::length_error("\"" + ini.Path().string() + "\" declares " + std::to_string(entries.size()) +
+                          " variables in [" + section + "]; the wizard holds at most " +
+                          std::to_string(kHighestVariableNumber) + " variables in all (" + std::to_string(count) +
+                          " are already declared).");
 }
 
 std::string TokenOf(std::string name) {
@@ -91,7 +114,7 @@ std::string TokenOf(std::string name) {
 }
 
 void FillDeclaredVariable(TWizard& wizard, uint16_t var_idx, const std::string& name,
-                          const TDeclaredValue& declared, bool lookup_mode) {
+                          const TDeclaredValue& declared, bool lookup_mode, const TNumbersByName& numbers) {
   TVariableItem& item = wizard.Variables[var_idx];
   item.Name = name;
   item.Value = declared.Value;
@@ -105,7 +128,7 @@ void FillDeclaredVariable(TWizard& wizard, uint16_t var_idx, const std::string& 
   item.IsLookup = lookup_mode;
   item.Token = TokenOf(name);
   if (!lookup_mode) return;
-  item.LookedUpVar = FindLookupVar(wizard, name);
+  item.LookedUpVar = NumberOf(numbers, name.substr(std::min<size_t>(7, name.size())));
   item.ListCount = declared.ListCount;
   if (item.LookedUpVar != 0) wizard.Variables[item.LookedUpVar].LookupVar = var_idx;
 }
@@ -160,13 +183,22 @@ void Custom_or_Lookup_Variables(TWizard& wizard, const TIniFile& ini, bool Looku
   platform::ScopedRoutine routine("TSaW_Common.Custom_or_Lookup_Variables");
   EnsureVariableTable(wizard);
   const std::string prefix = LookupMode ? "Lookup." : "Custom.";
-  for (const auto& [key, raw] : ini.ReadSection(LookupMode ? "Lookup Variables" : "Custom Variables")) {
+  const std::string section = LookupMode ? "Lookup Variables" : "Custom Variables";
+  const auto entries = ini.ReadSection(section);
+  if (entries.empty()) return;
+  TNumbersByName numbers = NumbersByName(wizard);
+  CheckRoomFor(wizard, ini, section, entries, numbers, prefix);
+  for (const auto& [key, raw] : entries) {
     if (raw.empty()) continue;
     const std::string name = prefix + key;
-    const uint16_t var_idx = FindOrAppendVariable(wizard, name);
-    if (var_idx == 0) continue;
+    uint16_t var_idx = NumberOf(numbers, name);
+    if (var_idx == 0) {
+      wizard.Variables.emplace_back();
+      var_idx = wizard.VarCount = static_cast<uint16_t>(wizard.Variables.size() - 1);
+      numbers.emplace(name, var_idx);
+    }
     const TDeclaredValue declared = ParseDeclaredValue(raw);
-    FillDeclaredVariable(wizard, var_idx, name, declared, LookupMode);
+    FillDeclaredVariable(wizard, var_idx, name, declared, LookupMode, numbers);
     if (platform::DebugEnabled()) {
       platform::DebugLine("  " + name + " = '" + declared.Value + "'  Title: '" + declared.Title + "'");
     }

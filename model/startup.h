@@ -36,8 +36,8 @@ void Set_Fixed_Directives(TWizard& wizard, const TProgramInfo& program);
 // "Custom."/"Lookup." variables, creating those not yet in the table. A value may carry
 // attributes before its last "¦" ("Title=..", and for look-ups "Kind=..", "Hint=..", separated by
 // "¦") and line breaks written as "¶". A look-up variable is linked to the variable it names.
-// Lines with an empty value are skipped; once the table holds 65535 variables, further ones are
-// skipped with a debug line.
+// Lines with an empty value are skipped. A section that would number a variable beyond 65534
+// (numbers are 16-bit) is refused whole with std::length_error naming the file and the count.
 void Custom_or_Lookup_Variables(TWizard& wizard, const TIniFile& ini, bool LookupMode);
 
 }  // namespace tsaw

@@ -1,12 +1,8 @@
 #include "model/text_file.h"
 
 #include <array>
-#include <cerrno>
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
-#include <memory>
-#include <system_error>
 
 namespace tsaw {
 namespace {
@@ -123,12 +119,6 @@ std::string Utf8ToCp1252(std::string_view utf8) {
   return out;
 }
 
-std::string SystemReason(int error_number) { return std::generic_category().message(error_number); }
-
-struct FileCloser {
-  void operator()(std::FILE* f) const { std::fclose(f); }
-};
-
 }  // namespace
 
 TTextFile DecodeText(std::string_view bytes) {
@@ -144,42 +134,6 @@ TTextFile DecodeText(std::string&& bytes) {
 std::string EncodeText(std::string_view utf8, TTextEncoding encoding) {
   if (encoding == TTextEncoding::Windows1252) return Utf8ToCp1252(utf8);
   return std::string(utf8);
-}
-
-std::optional<std::string> ReadFileBytes(const std::filesystem::path& path, std::string* error) {
-  const auto fail = [&](const std::string& reason) -> std::optional<std::string> {
-    if (error) *error = "Cannot read \"" + path.string() + "\": " + reason;
-    return std::nullopt;
-  };
-  std::error_code ec;
-  if (std::filesystem::is_directory(path, ec)) return fail("it is a folder");
-  std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "rb"));
-  if (!file) return fail(SystemReason(errno));
-  std::string bytes;
-  std::array<char, 65536> buffer;
-  size_t count = 0;
-  while ((count = std::fread(buffer.data(), 1, buffer.size(), file.get())) > 0) {
-    bytes.append(buffer.data(), count);
-  }
-  if (std::ferror(file.get())) return fail(SystemReason(errno));
-  return bytes;
-}
-
-bool WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, std::string* error) {
-  const auto fail = [&](const std::string& reason) {
-    if (error) *error = "Cannot write \"" + path.string() + "\": " + reason;
-    return false;
-  };
-  std::error_code ec;
-  if (std::filesystem::is_directory(path, ec)) return fail("it is a folder");
-  std::FILE* file = std::fopen(path.c_str(), "wb");
-  if (!file) return fail(SystemReason(errno));
-  const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-  const int write_errno = errno;
-  // Closing flushes the buffer, so a full disk may only show here.
-  if (std::fclose(file) != 0) return fail(SystemReason(errno));
-  if (!written) return fail(SystemReason(write_errno));
-  return true;
 }
 
 }  // namespace tsaw

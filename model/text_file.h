@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "model/file_bytes.h"
 #include "platform/runtime_text.h"
 
 namespace tsaw {
@@ -28,12 +29,6 @@ TTextFile DecodeText(std::string&& bytes);
 // Encodes UTF-8 text for writing; characters Windows-1252 lacks, and bytes that are not UTF-8,
 // become '?'.
 std::string EncodeText(std::string_view utf8, TTextEncoding encoding);
-
-// Reads a whole file as bytes; nullopt (with `error` set, when given, to a message naming the
-// file and the reason) when it cannot be read or is a folder.
-std::optional<std::string> ReadFileBytes(const std::filesystem::path& path, std::string* error = nullptr);
-// Writes bytes, replacing the file; false (with `error` set, when given) on failure.
-bool WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, std::string* error = nullptr);
 
 // Files are read and written as the runtime's line lists: a line ends at CR, LF or CR LF, and
 // lines are written with CR LF.

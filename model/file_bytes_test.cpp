@@ -1,0 +1,75 @@
+#include "model/file_bytes.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <string>
+
+#include "testing/temp_dir.h"
+
+namespace tsaw {
+namespace {
+namespace fs = std::filesystem;
+
+TEST(FileBytesTest, NeverOpensWhatIsNotARegularFileForReading) {
+  testing::TempDir dir;
+  const fs::path fifo = dir.path() / "pipe";
+  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+  std::string error;
+  // A FIFO without a writer would block a plain open for ever.
+  EXPECT_EQ(ReadFileBytes(fifo, &error), std::nullopt);
+  EXPECT_EQ(error, "Cannot read \"" + fifo.string() + "\": it is not a regular file");
+  EXPECT_EQ(ReadFileBytes("/dev/zero", &error), std::nullopt);
+  EXPECT_EQ(error, "Cannot read \"/dev/zero\": it is not a regular file");
+  EXPECT_FALSE(CopyFileBytes(fifo, dir.path() / "copy", &error));
+  EXPECT_EQ(error, "Cannot copy \"" + fifo.string() + "\" to \"" + (dir.path() / "copy").string() +
+                       "\": it is not a regular file");
+  EXPECT_FALSE(fs::exists(dir.path() / "copy"));
+}
+
+TEST(FileBytesTest, RefusesFilesLargerThanTheReadBound) {
+  testing::TempDir dir;
+  const fs::path big = dir.path() / "big.ini";
+  fs::resize_file(dir.Write("big.ini", ""), kMostFileBytes + 1);
+  std::string error;
+  EXPECT_EQ(ReadFileBytes(big, &error), std::nullopt);
+  EXPECT_EQ(error, "Cannot read \"" + big.string() + "\": it is larger than 64 MB");
+  fs::resize_file(big, kMostFileBytes);
+  EXPECT_EQ(ReadFileBytes(big, &error)->size(), kMostFileBytes);
+}
+
+TEST(FileBytesTest, ReplacesAFileWholeKeepingItsPermissionsAndLeavingNothingBeside) {
+  testing::TempDir dir;
+  const fs::path job = dir.Write("Job.ini", std::string(5000, 'o'));
+  fs::permissions(job, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+  ASSERT_TRUE(WriteFileBytes(job, "new"));
+  EXPECT_EQ(dir.Read("Job.ini"), "new");
+  EXPECT_EQ(fs::status(job).permissions() & fs::perms::all,
+            fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+  const fs::path source = dir.Write("tool.sh", "#!/bin/sh\n");
+  fs::permissions(source, fs::perms::owner_all);
+  ASSERT_TRUE(CopyFileBytes(source, dir.path() / "copy.sh"));
+  EXPECT_EQ(dir.Read("copy.sh"), "#!/bin/sh\n");
+  EXPECT_EQ(fs::status(dir.path() / "copy.sh").permissions() & fs::perms::all, fs::perms::owner_all);
+  size_t entries = 0;
+  for ([[maybe_unused]] const auto& entry : fs::directory_iterator(dir.path())) ++entries;
+  EXPECT_EQ(entries, 3u);
+}
+
+TEST(FileBytesTest, AFailedWriteLeavesTheOldFile) {
+  testing::TempDir dir;
+  const fs::path report = dir.Write("Report.txt", "old");
+  // A name the file system refuses: the temporary file is made, the rename fails.
+  const fs::path too_long = dir.path() / std::string(300, 'r');
+  std::string error;
+  EXPECT_FALSE(WriteFileBytes(too_long, "new", &error));
+  EXPECT_EQ(error, "Cannot write \"" + too_long.string() + "\": File name too long");
+  EXPECT_EQ(dir.Read("Report.txt"), "old");
+  size_t entries = 0;
+  for ([[maybe_unused]] const auto& entry : fs::directory_iterator(dir.path())) ++entries;
+  EXPECT_EQ(entries, 1u);
+}
+
+}  // namespace
+}  // namespace tsaw
