@@ -6,7 +6,7 @@ JOBS ?= $(shell nproc)
 # ccache, when the machine has it, makes rebuilds in fresh checkouts quick.
 LAUNCHER := $(if $(shell command -v ccache),-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
 
-.PHONY: all deps configure build test demo bench clean
+.PHONY: all deps configure build test demo bench sanitize fuzz clean
 
 all: build
 
@@ -32,5 +32,23 @@ bench: deps
 	@scripts/bench_create.py $(BUILD)-bench/app/tsaw --rows
 	@scripts/bench_update.sh $(BUILD)-bench/app/tsaw
 
+# The whole test suite built with AddressSanitizer and UndefinedBehaviorSanitizer. The one leak
+# suppressed lies in the system's font library, which Qt reaches (scripts/lsan.supp).
+SANITIZE_ENV := ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+	LSAN_OPTIONS=suppressions=$(CURDIR)/scripts/lsan.supp:print_suppressions=0
+sanitize: deps
+	@cmake -S . -B $(BUILD)-asan -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTSAW_SANITIZE=ON $(LAUNCHER) >/dev/null
+	@cmake --build $(BUILD)-asan -j $(JOBS) -- --no-print-directory
+	@cd $(BUILD)-asan && $(SANITIZE_ENV) ctest --output-on-failure -j $(JOBS)
+
+# Each fuzz harness for FUZZ_SECONDS seconds (clang, libFuzzer); fails on any finding.
+FUZZ_SECONDS ?= 60
+fuzz:
+	@scripts/install-deps.sh fuzz
+	@CXX=clang++-14 cmake -S . -B $(BUILD)-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTSAW_FUZZ=ON \
+		-DTSAW_BUILD_TESTS=OFF $(LAUNCHER) >/dev/null
+	@cmake --build $(BUILD)-fuzz -j $(JOBS) --target fuzz_all -- --no-print-directory
+	@FUZZ_SECONDS=$(FUZZ_SECONDS) scripts/fuzz.sh $(BUILD)-fuzz
+
 clean:
-	rm -rf $(BUILD) $(BUILD)-bench
+	rm -rf $(BUILD) $(BUILD)-bench $(BUILD)-asan $(BUILD)-fuzz

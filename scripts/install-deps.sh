@@ -4,6 +4,10 @@ set -euo pipefail
 
 packages=(build-essential cmake pkg-config libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev
           qt6-base-dev libgit2-dev libssl-dev zlib1g-dev)
+# `install-deps.sh fuzz`: also clang with its sanitizer runtimes and libFuzzer.
+if [ "${1:-}" = fuzz ]; then
+  packages+=(clang-14 libclang-rt-14-dev libfuzzer-14-dev)
+fi
 
 missing=()
 for package in "${packages[@]}"; do
