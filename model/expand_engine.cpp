@@ -9,9 +9,12 @@
 #include "model/expand_index.h"
 #include "model/expand_scan.h"
 #include "model/variables.h"
+#include "platform/find_bytes.h"
 #include "platform/debug_log.h"
 
 namespace tsaw {
+
+using platform::FindBytes;
 namespace {
 
 constexpr std::string_view kPairMarker = "[tEmP.sTr]";
@@ -246,7 +249,7 @@ TExpandOutcome ExpandVar(const TExpansionTable& table, std::string_view s, bool 
                          const std::vector<std::string>& pairs) {
   platform::ScopedRoutine routine("TSaW_Common.ExpandVar");
   const TTokenIndex& index = table.Index();
-  if (index.plain_tokens() && s.find('#') == std::string_view::npos && s.find("vr") == std::string_view::npos) {
+  if (index.plain_tokens() && s.find('#') == std::string_view::npos && FindBytes(s, "vr") == std::string_view::npos) {
     res.assign(s);
     return TExpandOutcome::Complete;
   }

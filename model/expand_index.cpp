@@ -4,8 +4,11 @@
 #include <utility>
 
 #include "model/variables.h"
+#include "platform/find_bytes.h"
 
 namespace tsaw {
+
+using platform::FindBytes;
 namespace {
 
 constexpr uint8_t kSlowName = 1;
@@ -30,7 +33,7 @@ void ForEachSpan(std::string_view text, Visit visit) {
 // Calls `visit(pos)` for each position where "vr" begins.
 template <typename Visit>
 void ForEachVr(std::string_view text, Visit visit) {
-  for (size_t at = text.find("vr"); at != std::string_view::npos; at = text.find("vr", at + 1)) visit(at);
+  for (size_t at = FindBytes(text, "vr"); at != std::string_view::npos; at = FindBytes(text, "vr", at + 1)) visit(at);
 }
 
 // The n of "Plugin[n]" in a name, 0 when there is none.
@@ -226,7 +229,7 @@ TTokenHit TTokenIndex::FindFirstName(std::string_view text, uint16_t v) const {
 TTokenHit TTokenIndex::FindFirstIdent(std::string_view text, uint16_t v) const {
   const std::string& own = wizard_.Variables[v].Token;
   int best = 0;
-  for (size_t pos = text.find("vr"); pos != std::string_view::npos; pos = text.find("vr", pos + 1)) {
+  for (size_t pos = FindBytes(text, "vr"); pos != std::string_view::npos; pos = FindBytes(text, "vr", pos + 1)) {
     if (TokenAt(text, pos, own)) return TTokenHit{true, 0, own};
     if (pin_bound_[v] == 0) continue;
     ForEachPinNumberAt(text, pos, [&](int n) {
@@ -271,7 +274,7 @@ void TTokenIndex::TokenItemsAt(std::string_view text, size_t pos, std::vector<TI
 }
 
 bool MayHoldReference(const TWizard& wizard, std::string_view s) {
-  if (s.find('#') != std::string_view::npos || s.find("vr") != std::string_view::npos) return true;
+  if (s.find('#') != std::string_view::npos || FindBytes(s, "vr") != std::string_view::npos) return true;
   const uint16_t last = LastSearchedVar(wizard);
   for (uint16_t v = 1; v <= last; ++v) {
     const std::string& token = wizard.Variables[v].Token;
@@ -282,12 +285,12 @@ bool MayHoldReference(const TWizard& wizard, std::string_view s) {
 
 size_t ReplaceAllInto(std::string_view text, std::string_view from, std::string_view to, std::string& out,
                       size_t limit) {
-  size_t at = text.find(from);
+  size_t at = FindBytes(text, from);
   if (from.empty() || at == std::string_view::npos) return 0;
   out.clear();
   size_t count = 0;
   size_t start = 0;
-  for (; at != std::string_view::npos; at = text.find(from, start), ++count) {
+  for (; at != std::string_view::npos; at = FindBytes(text, from, start), ++count) {
     // What is left of the text after this occurrence still has to fit as well.
     if (out.size() + (at - start) + to.size() + (text.size() - at - from.size()) > limit) {
       return kReplacementTooLarge;

@@ -16,8 +16,11 @@
 #include <utility>
 
 #include "model/variables.h"
+#include "platform/find_bytes.h"
 
 namespace tsaw {
+
+using platform::FindBytes;
 namespace {
 
 constexpr std::string_view kPairMarker = "[tEmP.sTr]";
@@ -75,7 +78,7 @@ class OneScan {
 
   bool CollectTokens() {
     std::vector<TItemMatch> matches;
-    for (size_t at = text_.find("vr"); at != std::string_view::npos; at = text_.find("vr", at + 1)) {
+    for (size_t at = FindBytes(text_, "vr"); at != std::string_view::npos; at = FindBytes(text_, "vr", at + 1)) {
       vrs_.push_back(at);
       index_.TokenItemsAt(text_, at, matches);
       if (matches.empty()) continue;
@@ -161,7 +164,7 @@ class OneScan {
 
   // False when the value could bring in a "#" or a "vr", or join its neighbours into a "vr".
   bool Insertable(const Occurrence& occurrence, std::string_view value) const {
-    if (value.find('#') != std::string_view::npos || value.find("vr") != std::string_view::npos) return false;
+    if (value.find('#') != std::string_view::npos || FindBytes(value, "vr") != std::string_view::npos) return false;
     const char before = occurrence.start > 0 ? text_[occurrence.start - 1] : '\0';
     const char after = occurrence.end < text_.size() ? text_[occurrence.end] : '\0';
     if (value.empty()) return before != 'v' && after != 'r';

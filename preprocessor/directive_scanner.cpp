@@ -3,6 +3,7 @@
 #include <array>
 
 #include "platform/runtime_text.h"
+#include "platform/find_bytes.h"
 
 namespace tsaw {
 namespace {
@@ -59,7 +60,7 @@ TNextDirResult TDirScanner::Next(std::int64_t FromPos) {
   std::size_t search = FromPos < 1 ? 0 : static_cast<std::size_t>(FromPos - 1);
   std::size_t open = std::string_view::npos;
   while (search < text_.size()) {
-    open = text_.find("{$", search);
+    open = platform::FindBytes(text_, "{$", search);
     if (open == std::string_view::npos) return result;
     result.Kind = KindAt(text_, open);
     if (result.Kind != TDirKind::None) break;

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "platform/runtime_text.h"
+#include "platform/find_bytes.h"
 
 namespace tsaw {
 namespace {
@@ -15,8 +16,8 @@ std::string RemoveAll(std::string_view text, std::string_view what) {
   std::string result;
   result.reserve(text.size());
   std::size_t start = 0;
-  for (std::size_t found = text.find(what); found != std::string_view::npos;
-       found = text.find(what, start)) {
+  for (std::size_t found = platform::FindBytes(text, what); found != std::string_view::npos;
+       found = platform::FindBytes(text, what, start)) {
     result.append(text, start, found - start);
     start = found + what.size();
   }
@@ -34,7 +35,7 @@ bool OnlyMarkers(std::string_view line, std::string_view marker) {
 enum class LineFate { Keep, Delete, DeleteWithFollowingBlank };
 
 LineFate FateOf(std::string_view line) {
-  if (line.find("{remove_me_") == std::string_view::npos) return LineFate::Keep;
+  if (platform::FindBytes(line, "{remove_me_") == std::string_view::npos) return LineFate::Keep;
   static const std::string pair = std::string(kMarkerA) + std::string(kMarkerB);
   if (OnlyMarkers(line, pair)) return LineFate::DeleteWithFollowingBlank;
   if (OnlyMarkers(line, kMarkerB) || OnlyMarkers(line, kMarkerA)) return LineFate::Delete;
@@ -70,7 +71,7 @@ void ForEachCleanLine(std::string_view text, OnLine&& line) {
   const std::vector<bool> keep = SurvivingLines(lines);
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (!keep[i]) continue;
-    if (lines[i].find("{remove_me_") == std::string_view::npos) {
+    if (platform::FindBytes(lines[i], "{remove_me_") == std::string_view::npos) {
       line(lines[i]);
     } else {
       line(RemoveAll(RemoveAll(lines[i], kMarkerA), kMarkerB));
