@@ -85,10 +85,31 @@ bool WriteAll(int fd, const char* data, size_t size) {
   return true;
 }
 
+// The process's umask, asked once: reading it means setting it, twice over.
 mode_t NewFileMode() {
-  const mode_t mask = ::umask(0);
-  ::umask(mask);
-  return 0666 & ~mask;
+  static const mode_t mode = [] {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+  }();
+  return mode;
+}
+
+// Copies the rest of `in` to `out` inside the kernel (sharing the blocks where the file system
+// can); false when that cannot be done between these two files, and nothing was copied then.
+bool CopyInKernel(int in, int out, std::string& reason, bool& copied) {
+  copied = false;
+  for (;;) {
+    const ssize_t count = ::copy_file_range(in, nullptr, out, nullptr, size_t{1} << 30, 0);
+    if (count == 0) return true;
+    if (count > 0) {
+      copied = true;
+      continue;
+    }
+    if (errno == EINTR) continue;
+    reason = SystemReason(errno);
+    return false;
+  }
 }
 
 // Writes what `fill` produces into a temporary file beside `path` and renames it over `path`.
@@ -147,10 +168,11 @@ std::optional<std::string> ReadFileBytes(const std::filesystem::path& path, std:
 bool WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, std::string* error) {
   std::string reason;
   struct stat status {};
-  if (::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) {
+  const bool exists = ::stat(path.c_str(), &status) == 0;
+  if (exists && S_ISDIR(status.st_mode)) {
     reason = "it is a folder";
   } else {
-    const mode_t mode = ::stat(path.c_str(), &status) == 0 ? (status.st_mode & 07777) : NewFileMode();
+    const mode_t mode = exists ? (status.st_mode & 07777) : NewFileMode();
     const auto fill = [&](int fd, std::string& fill_reason) {
       if (WriteAll(fd, bytes.data(), bytes.size())) return true;
       fill_reason = SystemReason(errno);
@@ -168,6 +190,10 @@ bool CopyFileBytes(const std::filesystem::path& source, const std::filesystem::p
   FileDescriptor in = OpenRegular(source, status, reason);
   if (in.get() >= 0) {
     const auto fill = [&](int fd, std::string& fill_reason) {
+      bool copied = false;
+      if (CopyInKernel(in.get(), fd, fill_reason, copied)) return true;
+      // Where the kernel cannot copy between these files, the bytes go through memory.
+      if (copied) return false;
       return ReadAll(in.get(), [&](const char* data, size_t size) {
         if (WriteAll(fd, data, size)) return true;
         fill_reason = SystemReason(errno);

@@ -57,6 +57,18 @@ TEST(FileBytesTest, ReplacesAFileWholeKeepingItsPermissionsAndLeavingNothingBesi
   EXPECT_EQ(entries, 3u);
 }
 
+// Copies go through the kernel where it can; every byte must arrive, over any size.
+TEST(FileBytesTest, CopiesEveryByteOfAnyFile) {
+  testing::TempDir dir;
+  for (const size_t size : {size_t{0}, size_t{1}, size_t{3} << 20}) {
+    std::string bytes(size, '\0');
+    for (size_t i = 0; i < size; ++i) bytes[i] = static_cast<char>((i * 131) >> 3);
+    const fs::path source = dir.Write("source.bin", bytes);
+    ASSERT_TRUE(CopyFileBytes(source, dir.path() / "copy.bin")) << size;
+    EXPECT_EQ(dir.Read("copy.bin"), bytes) << size;
+  }
+}
+
 TEST(FileBytesTest, AFailedWriteLeavesTheOldFile) {
   testing::TempDir dir;
   const fs::path report = dir.Write("Report.txt", "old");
