@@ -3,10 +3,11 @@
 
 BUILD ?= build
 JOBS ?= $(shell nproc)
+PREFIX ?= $(HOME)/.local
 # ccache, when the machine has it, makes rebuilds in fresh checkouts quick.
 LAUNCHER := $(if $(shell command -v ccache),-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
 
-.PHONY: all deps configure build test demo bench sanitize fuzz clean
+.PHONY: all deps configure build test demo bench sanitize fuzz release install package clean
 
 all: build
 
@@ -50,5 +51,16 @@ fuzz:
 	@cmake --build $(BUILD)-fuzz -j $(JOBS) --target fuzz_all -- --no-print-directory
 	@FUZZ_SECONDS=$(FUZZ_SECONDS) scripts/fuzz.sh $(BUILD)-fuzz
 
+# A Release build of its own, stripped when installed; `make install` puts it under $(PREFIX).
+release: deps
+	@cmake -S . -B $(BUILD)-release -DCMAKE_BUILD_TYPE=Release -DTSAW_BUILD_TESTS=OFF $(LAUNCHER) >/dev/null
+	@cmake --build $(BUILD)-release -j $(JOBS) -- --no-print-directory
+
+install: release
+	@cmake --install $(BUILD)-release --prefix $(PREFIX) --strip
+
+package: release
+	@cd $(BUILD)-release && cpack
+
 clean:
-	rm -rf $(BUILD) $(BUILD)-bench $(BUILD)-asan $(BUILD)-fuzz
+	rm -rf $(BUILD) $(BUILD)-bench $(BUILD)-asan $(BUILD)-fuzz $(BUILD)-release

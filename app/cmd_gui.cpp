@@ -36,7 +36,7 @@ std::vector<fs::path> ModuleCandidates() {
   const fs::path exe = fs::read_symlink("/proc/self/exe", error);
   if (error) return {};
   const fs::path dir = exe.parent_path();
-  return {dir / kPluginModuleFile, (dir / ".." / "lib" / "tsaw" / kPluginModuleFile).lexically_normal()};
+  return {dir / kPluginModuleFile, (dir / TSAW_MODULE_DIR / kPluginModuleFile).lexically_normal()};
 }
 
 std::unique_ptr<platform::TPluginModule> LoadWizardModule(std::ostream& err) {

@@ -37,6 +37,7 @@ Command MakeTemplatesCommand();
 Command MakeValidateCommand();
 Command MakeCreateCommand();
 Command MakeUpdateCommand();
+Command MakeLintCommand();
 Command MakeGuiCommand();
 
 // The command that runs when none is named.

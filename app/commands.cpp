@@ -8,6 +8,7 @@ const std::vector<Command>& Commands() {
       MakePreprocessCommand(),
       MakeTemplatesCommand(),
       MakeValidateCommand(),
+      MakeLintCommand(),
       MakeCreateCommand(),
       MakeUpdateCommand(),
       MakeGuiCommand(),

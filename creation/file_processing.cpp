@@ -27,11 +27,6 @@ bool InList(const char* list, const std::string& item) {
   return std::string_view(list).find(" " + item + " ") != std::string_view::npos;
 }
 
-bool FirstLineIsBinaryMark(const std::string& bytes) {
-  const auto end = bytes.find_first_of("\r\n");
-  return std::string_view(bytes).substr(0, end) == "\xFF";
-}
-
 TFileOutcome Fail(TRunContext& run, const std::string& line) {
   run.Report(line);
   return TFileOutcome::Failed;
@@ -82,7 +77,7 @@ TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path
   std::string error;
   const auto bytes = ReadFileBytes(source, &error);
   if (!bytes) return Fail(run, "      ERROR: File could not be read: " + error);
-  if (ext == ".dfm" && FirstLineIsBinaryMark(*bytes)) {
+  if (ext == ".dfm" && BinaryFormBytes(*bytes)) {
     return Fail(run, "      ERROR: DFM is in binary format. Only text DFMs are supported: '" +
                          source.string() + "'");
   }
@@ -139,6 +134,15 @@ std::string LowerExtension(const std::string& name) {
 
 bool SkippedFile(const std::string& name) {
   return InList(kSkippedExtensions, LowerExtension(name)) || InList(kSkippedNames, platform::LowerAscii(name));
+}
+
+bool ExpandableFile(const std::string& name) { return InList(kExpandable, LowerExtension(name)); }
+
+bool DirectiveAwareFile(const std::string& name) { return InList(kDirectiveAware, LowerExtension(name)); }
+
+bool BinaryFormBytes(const std::string& bytes) {
+  const auto end = bytes.find_first_of("\r\n");
+  return std::string_view(bytes).substr(0, end) == "\xFF";
 }
 
 TFileOutcome Process_File(TRunContext& run, const fs::path& source, const fs::path& dest_folder) {

@@ -25,4 +25,11 @@ bool SkippedFile(const std::string& name);
 // The lower-cased extension with its dot ("" for none), as the walk's lists test it.
 std::string LowerExtension(const std::string& name);
 
+// True when the file named `name` has its variables expanded (otherwise it is copied as it is).
+bool ExpandableFile(const std::string& name);
+// True when the file named `name` goes through the template preprocessor.
+bool DirectiveAwareFile(const std::string& name);
+// True when a form file's bytes are the binary form, which the run refuses.
+bool BinaryFormBytes(const std::string& bytes);
+
 }  // namespace tsaw::creation

@@ -147,6 +147,10 @@ struct TWizard {
   uint16_t PluginIndex = 0;  // the current plug-in
   // Pages report their validity through this; the frame binds it.
   std::function<void(bool page_valid)> RefreshStepButtons;
+  // Told each time a "Default Values" source sets variable `var_idx` (plug-in `plugin`'s item, 0
+  // for the variable itself), or, with `var_idx` 0, the flags of target `plugin`. Unset unless
+  // someone asks where the answers came from.
+  std::function<void(uint16_t var_idx, uint16_t plugin)> DefaultApplied;
 
   std::vector<TVariableItem> Variables;  // index 0 is the undefined entry
   TDirectives Directives;                // index 0 is ddUndef

@@ -92,6 +92,10 @@ void ApplyInternalTargets(TWizard& wizard) {
   }
 }
 
+void TellApplied(const TWizard& wizard, uint16_t var_idx, uint16_t plugin) {
+  if (wizard.DefaultApplied) wizard.DefaultApplied(var_idx, plugin);
+}
+
 void ApplyTargetValue(TTargetChoice& choice, const std::string& value) {
   choice.Allowed = value != "D";
   choice.Required = value == "R";
@@ -192,13 +196,17 @@ void Apply_Values(TWizard& wizard, const TIniFile& ini, std::string_view section
   for (uint16_t v : kCommonVars) Read(wizard, ini, section, kFixedVariableNames[v], false, 0, v);
   for (uint16_t t = 1; t <= kTargetCount; ++t) {
     const std::string value = ini.ReadString(section, TargetInfo(t).DefaultsKey);
-    if (!value.empty()) ApplyTargetValue(wizard.Targets[t], value);
+    if (value.empty()) continue;
+    ApplyTargetValue(wizard.Targets[t], value);
+    TellApplied(wizard, 0, t);
   }
   Update_Target_Variables(wizard);
   for (uint16_t v : kLoggingVars) Read(wizard, ini, section, kFixedVariableNames[v], false, 0, v);
   if (wizard.Variables[viLoggingUseTLG].DefaultValue == "False") {
     for (uint16_t v : kLoggingVars) {
-      if (v != viLoggingUseTLG) SetDefault(wizard, v, "False", Idf::Same);
+      if (v == viLoggingUseTLG || wizard.Variables[v].DefaultValue == "False") continue;
+      SetDefault(wizard, v, "False", Idf::Same);
+      TellApplied(wizard, v, 0);
     }
   }
   for (uint16_t v : {viCosmeticCommentedHeaders, viOutputBaseFolder}) {
@@ -210,6 +218,7 @@ void Read(TWizard& wizard, const TIniFile& ini, std::string_view section, std::s
           bool is_description, uint16_t plugin, uint16_t var_idx) {
   std::string text = ini.ReadString(section, key);
   if (text.empty() || var_idx >= wizard.Variables.size() || !Acts(wizard)) return;
+  TellApplied(wizard, var_idx, plugin);
   TVariableItem& variable = wizard.Variables[var_idx];
   if (IsBooleanVar(var_idx)) {
     SetDefault(wizard, variable, IniBool(text) ? "True" : "False", Idf::Same);
@@ -257,9 +266,9 @@ bool IsPluginSuffix(std::string_view lowered_suffix) {
   return false;
 }
 
-// Empty when `key` is one of the "Default Values" keys for a template with `plugin_count`
-// plug-ins; otherwise what is wrong with it.
-std::string CheckOverrideKey(std::string_view key, uint16_t plugin_count) {
+}  // namespace
+
+std::string CheckDefaultValuesKey(std::string_view key, uint16_t plugin_count) {
   const std::string lowered = platform::LowerAscii(key);
   for (uint16_t v = 1; v <= kFixedVariableCount; ++v) {
     const bool listed = (v >= viProjectsPrefix && v != viProjectGroup && v < viPluginProjectName) ||
@@ -284,8 +293,6 @@ std::string CheckOverrideKey(std::string_view key, uint16_t plugin_count) {
   return "Unknown key \"" + std::string(key) + "\": not a \"Default Values\" key";
 }
 
-}  // namespace
-
 std::string Apply_Value_Overrides(TWizard& wizard,
                                   const std::vector<std::pair<std::string, std::string>>& values) {
   platform::ScopedRoutine routine("tsaw.Apply_Value_Overrides");
@@ -293,7 +300,7 @@ std::string Apply_Value_Overrides(TWizard& wizard,
   std::string text = "[Default Values]\n";
   // The INI reading keeps the first of repeated keys; the last override given must win.
   for (auto it = values.rbegin(); it != values.rend(); ++it) {
-    if (std::string error = CheckOverrideKey(it->first, wizard.SelectedTemplate->PluginCount);
+    if (std::string error = CheckDefaultValuesKey(it->first, wizard.SelectedTemplate->PluginCount);
         !error.empty()) {
       return error;
     }

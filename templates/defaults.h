@@ -44,6 +44,11 @@ void Read(TWizard& wizard, const TIniFile& ini, std::string_view section, std::s
 // Sets "Template.Prefix" from the selected valid template, or clears it when there is none.
 void Update_Wizard_Variables(TWizard& wizard);
 
+// Empty when `key` is one of the "Default Values" keys (any letter case; plug-in keys indexed up
+// to `plugin_count` or unindexed) for a template with `plugin_count` plug-ins; otherwise what is
+// wrong with it.
+std::string CheckDefaultValuesKey(std::string_view key, uint16_t plugin_count);
+
 // Applies one more "Default Values" layer given as key=value pairs (same keys and reading rules;
 // plug-in keys indexed, "Plugin[2].Version", or unindexed for every plug-in). Unlike the files, an
 // override of a plug-in key also sets the plug-in's value, since nothing later would. Returns an
