@@ -38,6 +38,7 @@ Command MakeValidateCommand();
 Command MakeCreateCommand();
 Command MakeUpdateCommand();
 Command MakeLintCommand();
+Command MakeExplainCommand();
 Command MakeGuiCommand();
 
 // The command that runs when none is named.

@@ -9,6 +9,7 @@ const std::vector<Command>& Commands() {
       MakeTemplatesCommand(),
       MakeValidateCommand(),
       MakeLintCommand(),
+      MakeExplainCommand(),
       MakeCreateCommand(),
       MakeUpdateCommand(),
       MakeGuiCommand(),

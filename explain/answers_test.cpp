@@ -57,9 +57,9 @@ TEST_F(AnswersTest, EachAnswerNamesTheLastSourceThatSetIt) {
       {"Product.Name", "Set #Company.Name#", "Set Tpl Co", "Set_Tpl_Co", TLayer::Set, false, true},
       {"Company.Name", "Tpl Co", "Tpl Co", "Tpl_Co", TLayer::Template, true, true},
       {"Author", "Job Author", "Job Author", "Job_Author", TLayer::Job, false, true},
-      // A file gives a plug-in item its default and identifier, but the value stays the variable's.
-      {"Plugin[1].Version", "1.0", "1.0", "_0_5", TLayer::Internal, false, true},
-      {"Plugin[2].Version", "1.0", "1.0", "_2_0", TLayer::Internal, false, true},
+      // A file gives a plug-in item its default, but the value a run uses stays the variable's own.
+      {"Plugin[1].Version", "1.0", "1.0", "_1_0", TLayer::Internal, false, true},
+      {"Plugin[2].Version", "1.0", "1.0", "_1_0", TLayer::Internal, false, true},
       {"Plugin[2].ProjectName", "#Projects.Prefix#Pin#Plugin.Index#", "MySystemPin2", "MySystemPin2",
        TLayer::Internal, false, true},
       {"Logging.LogComments", "False", "False", "False", TLayer::Template, false, true},
