@@ -24,11 +24,7 @@
 namespace tsaw::app {
 namespace {
 
-struct CreateOptions {
-  std::string job;
-  std::string template_path;
-  std::string config;
-  std::vector<std::string> sets;
+struct CreateOptions : AnswerOptions {
   bool dry_run = false;
   bool no_record = false;
   std::string save_job;
@@ -73,12 +69,6 @@ class TerminalProgress : public creation::TRunObserver {
   creation::TCreationRun* run_ = nullptr;
 };
 
-// Checks --config, then chooses the answers. Returns what is wrong, or an empty text.
-std::string SelectTemplate(TWizard& wizard, const CreateOptions& options) {
-  if (std::string error = CheckConfigName(wizard, options.config); !error.empty()) return error;
-  return ChooseAnswers(wizard, options.job, options.template_path, options.sets);
-}
-
 int Report(creation::TRunOutcome outcome, const creation::TCreationRun& run, const TWizard& wizard,
            bool dry_run) {
   for (const std::string& line : creation::StatisticsBlock(run.Counters())) std::cout << line << "\n";
@@ -96,13 +86,9 @@ int Report(creation::TRunOutcome outcome, const creation::TCreationRun& run, con
 }
 
 int RunCreate(const CreateOptions& options, const GlobalOptions& global) {
-  auto session = ResolveWizardSession(global, std::cerr, options.config);
+  auto session = StartWithAnswers(global, options, "create");
   if (!session) return kExitFailed;
   TWizard& wizard = session->Wizard;
-  if (std::string error = SelectTemplate(wizard, options); !error.empty()) {
-    std::cerr << "tsaw: create: " << error << "\n";
-    return kExitFailed;
-  }
   if (const auto failures = ValidateAllAnswers(wizard); !failures.empty()) {
     std::cerr << FormatFailures(failures) << "tsaw: create: the answers do not pass the pages' rules; nothing was written\n";
     return kExitFailed;
@@ -144,13 +130,7 @@ Command MakeCreateCommand() {
   return {"create", "Make a Project Set from a Job or a template",
           [](CLI::App& sub, const GlobalOptions& global) -> std::function<int()> {
             auto options = std::make_shared<CreateOptions>();
-            auto* job = sub.add_option("--job", options->job, "A Job file whose answers to use");
-            auto* tpl = sub.add_option("--template", options->template_path,
-                                       "A template, as a path below the templates folder");
-            job->excludes(tpl);
-            tpl->excludes(job);
-            sub.add_option("--config", options->config, "The configuration to use (TSaW.NAME.ini)");
-            sub.add_option("--set", options->sets, "One more default value, NAME=VALUE (repeatable)");
+            AddAnswerOptions(sub, *options);
             sub.add_flag("--dry-run", options->dry_run, "Count only; write nothing into the output folder");
             sub.add_flag("--no-record", options->no_record,
                          "Do not remember this creation (a throw-away run that `tsaw update` cannot use)");

@@ -20,11 +20,7 @@
 namespace tsaw::app {
 namespace {
 
-struct ExplainOptions {
-  std::string job;
-  std::string template_path;
-  std::string config;
-  std::vector<std::string> sets;
+struct ExplainOptions : AnswerOptions {
   bool keys = false;
   bool json = false;
 };
@@ -77,22 +73,16 @@ std::string AnswersJson(const TWizard& wizard, const std::vector<explain::TAnswe
 }
 
 int RunExplain(const ExplainOptions& options, const GlobalOptions& global) {
-  auto session = ResolveWizardSession(global, std::cerr, options.config);
+  auto session = StartWithAnswers(global, options, "explain");
   if (!session) return kExitFailed;
   TWizard& wizard = session->Wizard;
-  std::string error = CheckConfigName(wizard, options.config);
-  if (error.empty()) error = ChooseAnswers(wizard, options.job, options.template_path, options.sets);
-  if (!error.empty()) {
-    std::cerr << "tsaw: explain: " << error << "\n";
-    return kExitFailed;
-  }
   std::vector<std::pair<std::string, std::string>> sets;
   for (const std::string& set : options.sets) {
     const auto equals = set.find('=');
     sets.emplace_back(set.substr(0, equals), set.substr(equals + 1));
   }
   explain::TAnswerLayers layers;
-  if (error = layers.Replay(wizard, sets); !error.empty()) {
+  if (std::string error = layers.Replay(wizard, sets); !error.empty()) {
     std::cerr << "tsaw: explain: " << error << "\n";
     return kExitFailed;
   }
@@ -113,13 +103,7 @@ Command MakeExplainCommand() {
   return {"explain", "Show every answer a run would use and where its value came from",
           [](CLI::App& sub, const GlobalOptions& global) -> std::function<int()> {
             auto options = std::make_shared<ExplainOptions>();
-            auto* job = sub.add_option("--job", options->job, "A Job file whose answers to use");
-            auto* tpl = sub.add_option("--template", options->template_path,
-                                       "A template, as a path below the templates folder");
-            job->excludes(tpl);
-            tpl->excludes(job);
-            sub.add_option("--config", options->config, "The configuration to use (TSaW.NAME.ini)");
-            sub.add_option("--set", options->sets, "One more default value, NAME=VALUE (repeatable)");
+            AddAnswerOptions(sub, *options);
             sub.add_flag("--keys", options->keys, "List only the keys --set takes, as NAME=VALUE lines");
             sub.add_flag("--json", options->json, "Print the answers as one JSON document");
             return [options, &global] {

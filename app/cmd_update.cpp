@@ -25,13 +25,9 @@ namespace fs = std::filesystem;
 
 inline constexpr int kExitConflicts = 3;
 
-struct UpdateOptions {
+struct UpdateOptions : AnswerOptions {
   std::string undo;
-  std::string job;
-  std::string template_path;
   bool dry_run = false;
-  std::string config;
-  std::vector<std::string> sets;
 };
 
 // The run's messages for the user go to standard error. Ctrl-C is left to end the program: until
@@ -70,15 +66,9 @@ int Print(const update::TUpdateResult& result, const TWizard& wizard, bool dry_r
 }
 
 int RunUpdate(const UpdateOptions& options, const GlobalOptions& global) {
-  auto session = ResolveWizardSession(global, std::cerr, options.config);
+  auto session = StartWithAnswers(global, options, "update");
   if (!session) return kExitFailed;
   TWizard& wizard = session->Wizard;
-  std::string error = CheckConfigName(wizard, options.config);
-  if (error.empty()) error = ChooseAnswers(wizard, options.job, options.template_path, options.sets);
-  if (!error.empty()) {
-    std::cerr << "tsaw: update: " << error << "\n";
-    return kExitFailed;
-  }
   if (const auto failures = ValidateAllAnswers(wizard); !failures.empty()) {
     std::cerr << FormatFailures(failures) << "tsaw: update: the answers do not pass the pages' rules; nothing was changed\n";
     return kExitFailed;
@@ -115,13 +105,7 @@ Command MakeUpdateCommand() {
             sub.footer(
                 "Exit status: 0 finished without conflicts, 3 finished with conflicts (listed, one per line),\n"
                 "1 refused or failed (nothing was changed, or what was changed can be undone), 2 usage.");
-            auto* job = sub.add_option("--job", options->job, "A Job file whose answers to use");
-            auto* tpl = sub.add_option("--template", options->template_path,
-                                       "A template, as a path below the templates folder");
-            job->excludes(tpl);
-            tpl->excludes(job);
-            sub.add_option("--config", options->config, "The configuration to use (TSaW.NAME.ini)");
-            sub.add_option("--set", options->sets, "One more default value, NAME=VALUE (repeatable)");
+            const auto [job, tpl] = AddAnswerOptions(sub, *options);
             sub.add_flag("--dry-run", options->dry_run, "Say what would happen to each file; change nothing");
             auto* undo = sub.add_option("--undo", options->undo,
                                         "Put the Project Set FOLDER back as it was before its last update");

@@ -1,6 +1,7 @@
 #include "app/create_answers.h"
 
 #include <filesystem>
+#include <iostream>
 #include <utility>
 
 #include "jobs/job_loader.h"
@@ -38,6 +39,27 @@ std::string CheckConfigName(const TWizard& wizard, const std::string& config) {
   if (config.find_first_of("/\\") != std::string::npos) return "--config takes a name, not a path";
   if (!std::filesystem::is_regular_file(wizard.ConfigFile)) return "no configuration file " + wizard.ConfigFile;
   return {};
+}
+
+std::pair<CLI::Option*, CLI::Option*> AddAnswerOptions(CLI::App& sub, AnswerOptions& options) {
+  auto* job = sub.add_option("--job", options.job, "A Job file whose answers to use");
+  auto* tpl = sub.add_option("--template", options.template_path, "A template, as a path below the templates folder");
+  job->excludes(tpl);
+  tpl->excludes(job);
+  sub.add_option("--config", options.config, "The configuration to use (TSaW.NAME.ini)");
+  sub.add_option("--set", options.sets, "One more default value, NAME=VALUE (repeatable)");
+  return {job, tpl};
+}
+
+std::unique_ptr<WizardSession> StartWithAnswers(const GlobalOptions& global, const AnswerOptions& options,
+                                                const char* command) {
+  auto session = ResolveWizardSession(global, std::cerr, options.config);
+  if (!session) return nullptr;
+  std::string error = CheckConfigName(session->Wizard, options.config);
+  if (error.empty()) error = ChooseAnswers(session->Wizard, options.job, options.template_path, options.sets);
+  if (error.empty()) return session;
+  std::cerr << "tsaw: " << command << ": " << error << "\n";
+  return nullptr;
 }
 
 }  // namespace tsaw::app
