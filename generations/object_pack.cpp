@@ -49,13 +49,12 @@ void AppendEntryHeader(std::string& out, git_object_t type, size_t size) {
   out += static_cast<char>(byte);
 }
 
-// zlib's fastest level: the store trades some size for a creation that is hardly slower.
-void AppendCompressed(std::string& out, std::string_view bytes) {
+void AppendCompressed(std::string& out, std::string_view bytes, int level) {
   uLongf length = compressBound(static_cast<uLong>(bytes.size()));
   const size_t at = out.size();
   out.resize(at + length);
   if (compress2(reinterpret_cast<Bytef*>(out.data() + at), &length, reinterpret_cast<const Bytef*>(bytes.data()),
-                static_cast<uLong>(bytes.size()), Z_BEST_SPEED) != Z_OK) {
+                static_cast<uLong>(bytes.size()), level) != Z_OK) {
     throw std::runtime_error("compressing an object failed");
   }
   out.resize(at + length);
@@ -117,7 +116,9 @@ TObjectId TObjectPack::Add(git_object_t type, std::string_view content) {
   if (mode_ == kSkipStored && git_odb_exists(odb_, &oid)) return id;
   added_.insert(id);
   AppendEntryHeader(body_, type, content.size());
-  AppendCompressed(body_, content);
+  // A recording stores the contents as they are, which costs a copy; the repack that prunes the
+  // store compresses them.
+  AppendCompressed(body_, content, mode_ == kSkipStored ? Z_NO_COMPRESSION : Z_BEST_SPEED);
   ++count_;
   return id;
 }

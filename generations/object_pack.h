@@ -28,7 +28,8 @@ TObjectId FromGitOid(const git_oid& id);
 
 class TObjectPack {
  public:
-  // Whether Add leaves out the objects the store already has (a repack keeps them).
+  // Whether Add leaves out the objects the store already has and stores the new ones as they are
+  // (recording a run costs little that way), or keeps every object and compresses it (a repack).
   enum TMode { kSkipStored, kKeepStored };
   // `odb` is the store's object database; it must outlive the pack.
   explicit TObjectPack(git_odb* odb, TMode mode = kSkipStored);
