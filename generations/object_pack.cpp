@@ -3,6 +3,10 @@
 #include <openssl/evp.h>
 #include <zlib.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <stdexcept>
@@ -65,9 +69,32 @@ std::string BigEndian32(uint32_t value) {
           static_cast<char>(value)};
 }
 
+std::string BigEndian64(uint64_t value) {
+  return BigEndian32(static_cast<uint32_t>(value >> 32)) + BigEndian32(static_cast<uint32_t>(value));
+}
+
 std::string LastGitError() {
   const git_error* error = git_error_last();
   return error && error->message ? error->message : "unknown libgit2 error";
+}
+
+// Writes the pieces to a temporary file in `folder`, then renames it to `name`.
+bool WriteFile(const std::filesystem::path& folder, const std::string& name,
+               std::initializer_list<std::string_view> pieces) {
+  const std::filesystem::path temporary = folder / ("tmp_" + name), file = folder / name;
+  const int fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0444);
+  bool written = fd >= 0;
+  for (std::string_view piece : pieces) {
+    for (size_t at = 0; written && at < piece.size();) {
+      const ssize_t n = ::write(fd, piece.data() + at, piece.size() - at);
+      written = n > 0;
+      at += written ? static_cast<size_t>(n) : 0;
+    }
+  }
+  if (fd >= 0 && ::close(fd) != 0) written = false;
+  if (written) written = ::rename(temporary.c_str(), file.c_str()) == 0;
+  if (!written) ::unlink(temporary.c_str());
+  return written;
 }
 
 }  // namespace
@@ -115,37 +142,62 @@ TObjectId TObjectPack::Add(git_object_t type, std::string_view content) {
   const git_oid oid = ToGitOid(id);
   if (mode_ == kSkipStored && git_odb_exists(odb_, &oid)) return id;
   added_.insert(id);
+  const size_t at = body_.size();
   AppendEntryHeader(body_, type, content.size());
   // A recording stores the contents as they are, which costs a copy; the repack that prunes the
   // store compresses them.
   AppendCompressed(body_, content, mode_ == kSkipStored ? Z_NO_COMPRESSION : Z_BEST_SPEED);
-  ++count_;
+  const uint32_t crc = static_cast<uint32_t>(
+      crc32(0, reinterpret_cast<const Bytef*>(body_.data() + at), static_cast<uInt>(body_.size() - at)));
+  entries_.push_back({id, 12 + at, crc});
   return id;
 }
 
-bool TObjectPack::Write(std::string& error) {
-  if (count_ == 0) return true;
-  std::string head = "PACK" + BigEndian32(2) + BigEndian32(count_);
-  Sha1 sha;
-  sha.Update(head);
-  sha.Update(body_);
-  const TObjectId trailer = sha.Final();
-  git_odb_writepack* writer = nullptr;
-  git_indexer_progress progress{};
-  bool written = git_odb_write_pack(&writer, odb_, nullptr, nullptr) == 0 &&
-                 writer->append(writer, head.data(), head.size(), &progress) == 0 &&
-                 writer->append(writer, body_.data(), body_.size(), &progress) == 0 &&
-                 writer->append(writer, trailer.data(), trailer.size(), &progress) == 0 &&
-                 writer->commit(writer, &progress) == 0;
-  if (!written) error = "the generation store could not write a pack: " + LastGitError();
-  if (writer) writer->free(writer);
+bool TObjectPack::Write(const std::filesystem::path& pack_folder, std::string& error) {
+  if (entries_.empty()) return true;
+  const std::string head = "PACK" + BigEndian32(2) + BigEndian32(static_cast<uint32_t>(entries_.size()));
+  Sha1 pack_sum;
+  pack_sum.Update(head);
+  pack_sum.Update(body_);
+  const TObjectId trailer = pack_sum.Final();
+  const std::string_view trailer_bytes(reinterpret_cast<const char*>(trailer.data()), trailer.size());
+
+  std::sort(entries_.begin(), entries_.end(), [](const Entry& a, const Entry& b) { return a.Id < b.Id; });
+  std::string index = "\377tOc" + BigEndian32(2);
+  for (int first = 0, n = 0; first < 256; ++first) {
+    while (n < static_cast<int>(entries_.size()) && entries_[n].Id[0] == first) ++n;
+    index += BigEndian32(static_cast<uint32_t>(n));
+  }
+  for (const Entry& entry : entries_) index.append(reinterpret_cast<const char*>(entry.Id.data()), entry.Id.size());
+  for (const Entry& entry : entries_) index += BigEndian32(entry.Crc);
+  std::string large;  // offsets past 2 GB, eight bytes each
+  for (const Entry& entry : entries_) {
+    if (entry.Offset < 0x80000000u) {
+      index += BigEndian32(static_cast<uint32_t>(entry.Offset));
+    } else {
+      index += BigEndian32(0x80000000u | static_cast<uint32_t>(large.size() / 8));
+      large += BigEndian64(entry.Offset);
+    }
+  }
+  index += large;
+  index += trailer_bytes;
+  Sha1 index_sum;
+  index_sum.Update(index);
+  const TObjectId index_trailer = index_sum.Final();
+
+  const std::string name = "pack-" + ToHex(trailer);
+  // The index last: a pack counts once its index is there.
+  bool written = WriteFile(pack_folder, name + ".pack", {head, body_, trailer_bytes}) &&
+                 WriteFile(pack_folder, name + ".idx",
+                           {index, std::string_view(reinterpret_cast<const char*>(index_trailer.data()), 20)});
+  if (!written) error = "the generation store could not write the pack " + (pack_folder / name).string();
   if (written && git_odb_refresh(odb_) != 0) {
     error = "the generation store could not read its new pack: " + LastGitError();
     written = false;
   }
   body_.clear();
   added_.clear();
-  count_ = 0;
+  entries_.clear();
   return written;
 }
 
