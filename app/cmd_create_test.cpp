@@ -1,13 +1,12 @@
-// Runs `tsaw create` as a user would (TSAW_EXE is the built executable).
+// Runs `tsaw create` as a user would (TSAW_EXE is the built executable): what it writes, what it
+// prints, and what it refuses.
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
-#include <cstdlib>
 #include <filesystem>
 
-#include "testing/run_program.h"
-#include "testing/temp_dir.h"
-#include "testing/wizard_root.h"
+#include "app/create_command_fixture.h"
 
 namespace tsaw::app {
 namespace {
@@ -15,36 +14,21 @@ namespace fs = std::filesystem;
 using tsaw::testing::ProgramRun;
 using tsaw::testing::RunProgram;
 
-// A root with one template, "Apps/Tiny" (prefix T001, Delphi 7 for Win32 only), whose Project
-// Set goes to <root>/out.
-class CreateCommandTest : public ::testing::Test {
- protected:
-  void SetUp() override {
-    setenv("XDG_DATA_HOME", (dir_.path() / "data").c_str(), 1);
-    setenv("XDG_STATE_HOME", (dir_.path() / "state").c_str(), 1);
-    tsaw::testing::WriteTinyTemplate(dir_, Out().string());
-  }
-  fs::path Out() const { return dir_.path() / "out"; }
-  ProgramRun Create(std::vector<std::string> args) {
-    args.insert(args.begin(), {"--root", dir_.path().string(), "create", "--template", "Apps/Tiny"});
-    return RunProgram(TSAW_EXE, args);
-  }
-  std::string Statistics(const char* scanned, const char* skipped, const char* processed) {
-    const std::string rule(96, '=');
-    return "\n" + rule + "\n" + std::string(42, ' ') + "REPORT STATISTICS\n" + rule + "\n\n" + scanned + "\n" +
-           skipped + "\n FAILED:     0 files and 0 folders\n" + processed + "\n\n" + rule + "\n\n";
-  }
-  tsaw::testing::TempDir dir_;
-};
-
 TEST_F(CreateCommandTest, WritesTheProjectSetAndPrintsTheStatistics) {
   const ProgramRun run = Create({});
   EXPECT_EQ(run.exit_status, 0) << run.err;
-  EXPECT_EQ(run.out, Statistics(" SCANNED:    2 files in 4 folders", " SKIPPED:    1 file in 25 folders",
-                                " PROCESSED:  1 file in 4 folders") +
-                         "Project Set folder: " + (Out() / "Rocket").string() + "\nReport: " +
-                         (dir_.path() / "TSA/Wizard/Report.txt").string() + "\n");
+  EXPECT_EQ(run.out, "Project Set folder: " + (Out() / "Rocket").string() + "\n" + TinyStatistics() +
+                         "Report: " + ReportFile() + "\n");
   EXPECT_EQ(dir_.Read("out/Rocket/Delphi 7/Win32/Host/AcmeHost.dpr"), "program AcmeHost;\r\nend.\r\n");
+}
+
+TEST_F(CreateCommandTest, SaysWhenTheExistingProjectSetWentToTheTrash) {
+  dir_.Write("out/Rocket/old.txt", "old");
+  const ProgramRun run = Create({});
+  EXPECT_EQ(run.exit_status, 0) << run.err;
+  EXPECT_EQ(run.out, "Project Set folder: " + (Out() / "Rocket").string() + "\n" + TinyStatistics() +
+                         "Moved to the trash: " + (Out() / "Rocket").string() + "\nReport: " + ReportFile() + "\n");
+  EXPECT_EQ(dir_.Read("data/Trash/files/Rocket/old.txt"), "old");
 }
 
 TEST_F(CreateCommandTest, ConfigChoosesTheConfigurationInPlaceOfTheSelector) {
@@ -54,20 +38,47 @@ TEST_F(CreateCommandTest, ConfigChoosesTheConfigurationInPlaceOfTheSelector) {
   const ProgramRun run = Create({"--config", "Office"});
   EXPECT_EQ(run.exit_status, 0) << run.err;
   EXPECT_EQ(dir_.Read("out/Rocket/ReadMe.txt"), "Office Co: Fly high\r\n");
+}
 
-  for (const char* name : {"Missing", "../Office"}) {
-    const ProgramRun refused = Create({"--config", name});
-    EXPECT_EQ(refused.exit_status, 1) << name;
-    EXPECT_NE(refused.err.find("tsaw: create: "), std::string::npos) << name << refused.err;
+TEST_F(CreateCommandTest, AConfigThatCannotBeUsedGetsOneMessage) {
+  const struct {
+    const char* name;
+    std::string err;
+  } cases[] = {
+      {"Missing", "tsaw: There is no configuration \"Missing\": \"" + Root() +
+                      "/TSA/Wizard/TSaW.Missing.ini\" does not exist.\n"},
+      {"../Office", "tsaw: --config takes the name of a configuration, not a path: \"../Office\" holds a "
+                    "separator.\n"},
+  };
+  for (const auto& c : cases) {
+    const ProgramRun refused = Create({"--config", c.name});
+    EXPECT_EQ(refused.exit_status, 1) << c.name;
+    EXPECT_EQ(refused.err, c.err) << c.name;
+    EXPECT_EQ(refused.out, "") << c.name;
   }
 }
 
-TEST_F(CreateCommandTest, DryRunCountsAndWritesNothing) {
+TEST_F(CreateCommandTest, DryRunListsWhatWouldBeWrittenAndTouchesNothing) {
+  dir_.Write("out/Rocket/keep.txt", "mine");
+  dir_.Write("TSA/Wizard/Report.txt", "the last real run");
   const ProgramRun run = Create({"--dry-run"});
   EXPECT_EQ(run.exit_status, 0) << run.err;
-  EXPECT_FALSE(fs::exists(Out()));
-  EXPECT_NE(dir_.Read("TSA/Wizard/Report.txt").find("Counting finished; nothing was written (dry run)."),
-            std::string::npos);
+  const std::string set = (Out() / "Rocket").string();
+  EXPECT_EQ(run.out, "Project Set folder (not written): " + set + "\n" + TinyStatistics() +
+                         "Would move to the trash: " + set + "\nWould write: " + set +
+                         "/Delphi 7/Win32/Host/AcmeHost.dpr\n");
+  EXPECT_EQ(dir_.Read("out/Rocket/keep.txt"), "mine");
+  EXPECT_FALSE(fs::exists(dir_.path() / "out/Rocket/Delphi 7"));
+  EXPECT_FALSE(fs::exists(dir_.path() / "data/Trash"));
+  EXPECT_EQ(dir_.Read("TSA/Wizard/Report.txt"), "the last real run");
+}
+
+TEST_F(CreateCommandTest, DryRunChecksThatTheBaseFolderCanBeMade) {
+  const fs::path file = dir_.Write("plain.txt", "x");
+  const ProgramRun run = Create({"--dry-run", "-o", (file / "out").string()});
+  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_EQ(run.err, "tsaw: create: stopped: The Base Folder '" + (file / "out").string() + "' cannot be made: '" +
+                         file.string() + "' is not a folder.\n");
 }
 
 TEST_F(CreateCommandTest, RefusesAnswersThatFailThePagesRules) {
@@ -79,53 +90,48 @@ TEST_F(CreateCommandTest, RefusesAnswersThatFailThePagesRules) {
   EXPECT_FALSE(fs::exists(Out()));
 }
 
-TEST_F(CreateCommandTest, NeverClearsTheBaseFolder) {
+// A refused run says only why: no statistics, no Project Set folder it never wrote.
+TEST_F(CreateCommandTest, NeverClearsTheBaseFolderAndPrintsOnlyTheRefusal) {
   dir_.Write("out/keep.txt", "mine");
   for (const char* product : {"Product.Name=..", "Product.Name=/", "Product.Name=."}) {
     const ProgramRun run = Create({"--set", product});
     EXPECT_EQ(run.exit_status, 1) << product;
-    EXPECT_FALSE(run.err.empty()) << product;
+    EXPECT_EQ(run.out, "") << product;
+    EXPECT_EQ(run.err.rfind("tsaw: create: stopped: The Project Set folder '", 0), 0u) << product << run.err;
+    EXPECT_EQ(run.err.find('\n'), run.err.size() - 1) << product << run.err;
     EXPECT_EQ(dir_.Read("out/keep.txt"), "mine") << product;
     EXPECT_FALSE(fs::exists(dir_.path() / "data/Trash/files")) << product;
   }
 }
 
-TEST_F(CreateCommandTest, SavesTheJobAfterAFinishedRunAndItMakesTheSameSet) {
-  const fs::path model = fs::path(TSAW_EXE).parent_path().parent_path() / "share/tsaw/sample/TSA/Wizard/Jobs/Job Model.txt";
-  fs::create_directories(dir_.path() / "TSA/Wizard/Jobs");
-  fs::copy_file(model, dir_.path() / "TSA/Wizard/Jobs/Job Model.txt");
-  const std::string job = (dir_.path() / "TSA/Wizard/Jobs/Saved.ini").string();
-  const ProgramRun first = Create({"--set", "Product.Name=Saved Rocket", "--save-job", job});
-  ASSERT_EQ(first.exit_status, 0) << first.err;
-  const std::string dpr = "out/Saved Rocket/Delphi 7/Win32/Host/AcmeHost.dpr";
-  ASSERT_EQ(dir_.Read(dpr), "program AcmeHost;\r\nend.\r\n");
-  fs::remove_all(Out());
-  const ProgramRun again = RunProgram(TSAW_EXE, {"--root", dir_.path().string(), "create", "--job", job});
-  EXPECT_EQ(again.exit_status, 0) << again.err;
-  EXPECT_EQ(dir_.Read(dpr), "program AcmeHost;\r\nend.\r\n");
-}
-
-TEST_F(CreateCommandTest, ASavedJobKeepsTheReferencesSoThatAnotherPrefixFollows) {
-  const fs::path model = fs::path(TSAW_EXE).parent_path().parent_path() / "share/tsaw/sample/TSA/Wizard/Jobs/Job Model.txt";
-  fs::create_directories(dir_.path() / "TSA/Wizard/Jobs");
-  fs::copy_file(model, dir_.path() / "TSA/Wizard/Jobs/Job Model.txt");
-  const std::string job = (dir_.path() / "TSA/Wizard/Jobs/Saved.ini").string();
-  ASSERT_EQ(Create({"--save-job", job}).exit_status, 0);
-  const std::string saved = dir_.Read("TSA/Wizard/Jobs/Saved.ini");
-  EXPECT_NE(saved.find("Host.ProjectName=#Projects.Prefix#Host\r\n"), std::string::npos) << saved;
-  EXPECT_EQ(saved.find("AcmeHost"), std::string::npos) << saved;
-
-  fs::remove_all(Out());
-  const ProgramRun again = RunProgram(
-      TSAW_EXE, {"--root", dir_.path().string(), "create", "--job", job, "--set", "Projects.Prefix=Zeta"});
-  ASSERT_EQ(again.exit_status, 0) << again.err;
-  EXPECT_EQ(dir_.Read("out/Rocket/Delphi 7/Win32/Host/ZetaHost.dpr"), "program ZetaHost;\r\nend.\r\n");
-}
-
 TEST_F(CreateCommandTest, NeedsAJobOrATemplate) {
-  const ProgramRun run = RunProgram(TSAW_EXE, {"--root", dir_.path().string(), "create"});
+  const ProgramRun run = RunProgram(TSAW_EXE, {"--root", Root(), "create"});
   EXPECT_EQ(run.exit_status, 2);
   EXPECT_EQ(run.err, "tsaw: create: give --job FILE or --template PATH\n");
+}
+
+TEST_F(CreateCommandTest, JsonTellsTheOutcomeFolderAndStatistics) {
+  dir_.Write("out/Rocket/old.txt", "old");
+  const ProgramRun run = Create({"--json"});
+  ASSERT_EQ(run.exit_status, 0) << run.err;
+  const std::string set = (Out() / "Rocket").string();
+  EXPECT_EQ(nlohmann::json::parse(run.out),
+            nlohmann::json::parse(R"({"outcome": "finished", "message": null, "dry_run": false,
+              "project_set_folder": ")" + set + R"(", "report_file": ")" + ReportFile() + R"(",
+              "statistics": {"folders": {"scanned": 4, "skipped": 25, "processed": 4, "failed": 0},
+                             "files": {"scanned": 2, "skipped": 1, "processed": 1, "failed": 0}},
+              "moved_to_trash": [")" + set + R"("], "job_file": null})"));
+
+  const nlohmann::json dry = nlohmann::json::parse(Create({"--json", "--dry-run"}).out);
+  EXPECT_EQ(dry["planned_files"], nlohmann::json::array({set + "/Delphi 7/Win32/Host/AcmeHost.dpr"}));
+  EXPECT_EQ(dry["report_file"], nullptr);
+
+  const ProgramRun refused = Create({"--json", "--set", "Product.Name=.."});
+  EXPECT_EQ(refused.exit_status, 1);
+  const nlohmann::json doc = nlohmann::json::parse(refused.out);
+  EXPECT_EQ(doc["outcome"], "refused");
+  EXPECT_EQ(doc["statistics"], nullptr);
+  EXPECT_EQ("tsaw: create: stopped: " + doc["message"].get<std::string>() + "\n", refused.err);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "app/command.h"
+#include "app/name_value_option.h"
 #include "platform/runtime_text.h"
 #include "preprocessor/model_processor.h"
 
@@ -79,19 +80,11 @@ int RunPreprocess(const PreprocessOptions& options) {
   return kExitOk;
 }
 
-// "-D" takes NAME=VALUE; anything without "=" is refused as a usage error.
-const CLI::Validator kNameValue(
-    [](std::string& value) {
-      return value.find('=') == std::string::npos ? "expected NAME=VALUE, got \"" + value + "\""
-                                                  : std::string();
-    },
-    "NAME=VALUE");
-
 std::function<int()> SetUpPreprocess(CLI::App& sub, const GlobalOptions&) {
   auto options = std::make_shared<PreprocessOptions>();
   sub.add_option("-D,--define", options->defines,
                  "Directive constant, such as ddUseTLG=1 (repeatable; kept in the order given)")
-      ->check(kNameValue)
+      ->check(NameValueCheck())
       ->allow_extra_args(false);
   sub.add_option("FILE", options->file,
                  "Source file to process; \"-\" or none reads standard input");

@@ -7,40 +7,63 @@
 #include <string>
 
 #include "app/command.h"
-#include "model/file_bytes.h"
+#include "app/template_record_output.h"
+#include "model/ini_file.h"
 #include "templates/template_info.h"
 
 namespace tsaw::app {
 namespace {
 
-int RunValidate(std::string folder) {
-  while (folder.size() > 1 && folder.back() == '/') folder.pop_back();
+struct ValidateOptions {
+  std::string folder;
+  bool json = false;
+};
+
+// Why `folder` cannot be validated at all, or the empty text.
+std::string WhyNoTemplateFolder(const std::string& folder) {
   std::error_code ec;
-  if (!std::filesystem::exists(folder, ec)) {
-    std::cerr << "tsaw: validate: " << folder << ": no such folder\n";
-    return kExitFailed;
-  }
-  if (!std::filesystem::is_directory(folder, ec)) {
-    std::cerr << "tsaw: validate: " << folder << ": not a folder; give the template's folder\n";
-    return kExitFailed;
-  }
+  if (!std::filesystem::exists(folder, ec)) return folder + ": no such folder";
+  if (!std::filesystem::is_directory(folder, ec)) return folder + ": not a folder; give the template's folder";
+  return {};
+}
+
+int PrintJson(const std::string& folder, const TTemplateInfo& info) {
+  nlohmann::ordered_json doc;
+  doc["folder"] = folder;
+  doc.update(TemplateRecordJson(info, std::filesystem::path(folder).filename().string()));
+  doc.erase("path");
+  std::cout << doc.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << "\n";
+  return info.IsValid ? kExitOk : kExitFailed;
+}
+
+int RunValidate(ValidateOptions options) {
+  std::string& folder = options.folder;
+  while (folder.size() > 1 && folder.back() == '/') folder.pop_back();
   TTemplateInfo info;
+  if (const std::string why = WhyNoTemplateFolder(folder); !why.empty()) {
+    std::cerr << "tsaw: validate: " << why << "\n";
+    info.ReadError = why;
+    return options.json ? PrintJson(folder, info) : kExitFailed;
+  }
   info.FolderPath = folder + "/";
   info.IniFile = info.FolderPath + "Template.ini";
-  // A Template.ini that is there but cannot be read (a FIFO, a device, no permission) says so.
-  std::string unreadable;
-  if (std::filesystem::exists(info.IniFile, ec) && !ReadFileBytes(info.IniFile, &unreadable)) {
-    std::cerr << "tsaw: validate: " << unreadable << "\n";
-    return kExitFailed;
-  }
-  if (!std::filesystem::is_regular_file(info.IniFile, ec)) {
+  std::error_code ec;
+  if (!std::filesystem::exists(std::filesystem::symlink_status(info.IniFile, ec))) {
     std::cerr << "tsaw: validate: " << folder << ": holds no Template.ini, so it is no template\n";
   }
-  if (Validate(info)) {
+  Validate(info);
+  if (!info.ReadError.empty()) std::cerr << "tsaw: validate: " << info.ReadError << "\n";
+  for (const std::string& warning : TIniFile::Load(info.IniFile).Warnings()) {
+    std::cerr << "tsaw: warning: " << warning << "\n";
+  }
+  if (options.json) return PrintJson(folder, info);
+  if (info.IsValid) {
     std::cout << "Template is ok\n";
     return kExitOk;
   }
-  std::cout << "Error\n" << kTemplateErrorNames[info.ErrorKind] << "\n" << info.ErrorMessage << "\n";
+  if (info.ReadError.empty()) {
+    std::cout << "Error\n" << kTemplateErrorNames[info.ErrorKind] << "\n" << info.ErrorMessage << "\n";
+  }
   return kExitFailed;
 }
 
@@ -49,10 +72,11 @@ int RunValidate(std::string folder) {
 Command MakeValidateCommand() {
   return {"validate", "Check the Template.ini of one template folder",
           [](CLI::App& sub, const GlobalOptions&) -> std::function<int()> {
-            auto folder = std::make_shared<std::string>();
-            sub.add_option("DIR", *folder, "The template's folder (the one holding Template.ini)")
+            auto options = std::make_shared<ValidateOptions>();
+            sub.add_option("DIR", options->folder, "The template's folder (the one holding Template.ini)")
                 ->required();
-            return [folder] { return RunValidate(*folder); };
+            sub.add_flag("--json", options->json, "Print one JSON document in place of the text");
+            return [options] { return RunValidate(*options); };
           }};
 }
 

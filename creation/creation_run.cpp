@@ -15,6 +15,7 @@
 #include "model/targets.h"
 #include "model/variables.h"
 #include "platform/debug_log.h"
+#include "platform/folder_access.h"
 #include "templates/template_info.h"
 
 namespace tsaw::creation {
@@ -66,6 +67,9 @@ const std::vector<std::string>& TCreationRun::ReportLines() const { return run_-
 const TCounters& TCreationRun::Counters() const { return run_->counters; }
 const fs::path& TCreationRun::ProjectSetFolder() const { return project_set_; }
 const std::string& TCreationRun::StopReason() const { return run_->stop_reason; }
+bool TCreationRun::Refused() const { return run_->refused; }
+const fs::path& TCreationRun::MovedToTrash() const { return run_->moved_to_trash; }
+const std::vector<fs::path>& TCreationRun::PlannedFiles() const { return run_->planned_files; }
 
 void TCreationRun::Abort() {
   TRunContext& run = *run_;
@@ -77,7 +81,7 @@ void TCreationRun::Abort() {
 
 void TCreationRun::WriteInto(const fs::path& folder) { write_into_ = folder; }
 
-TRunOutcome TCreationRun::Start(bool counting_only) {
+TRunOutcome TCreationRun::Start(bool dry_run) {
   platform::ScopedRoutine routine(kRoutine);
   TRunContext& run = *run_;
   run.step = 10;
@@ -85,11 +89,14 @@ TRunOutcome TCreationRun::Start(bool counting_only) {
   run.report.clear();
   run.stop_reason.clear();
   run.counters = {};
+  run.dry_run = run.refused = false;
+  run.moved_to_trash.clear();
+  run.planned_files.clear();
   TRunOutcome outcome = TRunOutcome::Failed;
   try {
     if (services_.SetFixedVariables) services_.SetFixedVariables(wizard_);
     const TKeptAnswers answers(wizard_);
-    outcome = RunPhases(counting_only);
+    outcome = RunPhases(dry_run);
   } catch (const std::exception& error) {
     const std::string line = platform::ExceptionLine(kRoutine, run.step, error.what());
     platform::DebugLine(line);
@@ -97,11 +104,11 @@ TRunOutcome TCreationRun::Start(bool counting_only) {
     run.stop_reason = error.what();
     outcome = TRunOutcome::Failed;
   }
-  Finish();
+  Finish(!dry_run);
   return outcome;
 }
 
-TRunOutcome TCreationRun::RunPhases(bool counting_only) {
+TRunOutcome TCreationRun::RunPhases(bool dry_run) {
   TRunContext& run = *run_;
   for (const std::string& line : ReportHeader(wizard_)) run.Report(line);
   CheckVariables();
@@ -115,11 +122,14 @@ TRunOutcome TCreationRun::RunPhases(bool counting_only) {
   CheckTargets();
   if (!ComputeProjectSet(base_refusal)) return TRunOutcome::Stopped;
   if (const TRunOutcome counted = CountingPass(); counted != TRunOutcome::Finished) return counted;
-  if (counting_only) {
-    run.Report();
-    run.Report("Counting finished; nothing was written (dry run).");
-    run.SetStatus("Process finished!", "idle.");
-    return TRunOutcome::Finished;
+  if (dry_run) {
+    const fs::path base = run.project_set.parent_path();
+    if (const std::string why = platform::WhyFolderCannotTakeFiles(base); !why.empty()) {
+      run.stop_reason = "The Base Folder '" + base.string() + "' cannot be made: " + why + ".";
+      run.Report("  ERROR: " + run.stop_reason);
+      return TRunOutcome::Stopped;
+    }
+    run.dry_run = true;
   }
   return ProcessingPass();
 }
@@ -154,6 +164,7 @@ void TCreationRun::Refuse(const std::string& refusal) {
   run.Report();
   run.Report("  ERROR: " + refusal);
   run.stop_reason = refusal;
+  run.refused = true;
 }
 
 void TCreationRun::PrepareDirectives() {
@@ -215,6 +226,7 @@ bool TCreationRun::ComputeProjectSet(std::string refusal) {
   }
   if (refusal.empty()) refusal = CheckProjectSetFolder(run.project_set, base, guarded);
   if (refusal.empty()) {
+    run.observer.ProjectSetFolderSettled(run.project_set);
     if (!write_into_.empty()) run.project_set = write_into_;
     return true;
   }
@@ -321,12 +333,12 @@ TRunOutcome TCreationRun::ProcessTargets() {
   return TRunOutcome::Finished;
 }
 
-void TCreationRun::Finish() {
+void TCreationRun::Finish(bool save_report) {
   TRunContext& run = *run_;
   run.step = 900;
   try {
     for (const std::string& line : StatisticsBlock(run.counters)) run.Report(line);
-    SaveReport(run.report, ReportFile(wizard_));
+    if (save_report) SaveReport(run.report, ReportFile(wizard_));
   } catch (const std::exception& error) {
     platform::DebugLine(platform::ExceptionLine(kRoutine, 900, error.what()));
   }

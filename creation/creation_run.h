@@ -47,11 +47,13 @@ class TCreationRun {
   TCreationRun(TWizard& wizard, TRunServices services, TRunObserver& observer);
   ~TCreationRun();
 
-  // Runs the whole creation; with `counting_only` it stops after the counting pass and writes
-  // nothing into the Base Folder. The report is saved in every case. Never throws. The answers
-  // the run expands or computes are put back when it ends; only the fixed variables keep the
-  // values this run set (its date and time).
-  TRunOutcome Start(bool counting_only = false);
+  // Runs the whole creation and saves the report. With `dry_run` the processing pass does all
+  // but create folders, move the existing Project Set folder aside and write files: it lists the
+  // files it would write (PlannedFiles), the Base Folder must be one that can be made, and the
+  // report is not saved, so the last real run's report stays. Never throws. The answers the run
+  // expands or computes are put back when it ends; only the fixed variables keep the values this
+  // run set (its date and time).
+  TRunOutcome Start(bool dry_run = false);
   // The stop button's Abort: the run stops at its next check (call it from a pump point).
   void Abort();
   // Makes later runs write the files into `folder` in place of the Project Set folder (an
@@ -64,9 +66,17 @@ class TCreationRun {
   const std::filesystem::path& ProjectSetFolder() const;
   // Why the last run stopped or failed; empty when it finished or was aborted.
   const std::string& StopReason() const;
+  // True when the last run was refused (its answers or its Project Set folder) before anything
+  // was touched.
+  bool Refused() const;
+  // The existing Project Set folder that the last run moved to the trash (a dry run: would move);
+  // empty when there was none.
+  const std::filesystem::path& MovedToTrash() const;
+  // The files the last dry run would have written, in walk order.
+  const std::vector<std::filesystem::path>& PlannedFiles() const;
 
  private:
-  TRunOutcome RunPhases(bool counting_only);
+  TRunOutcome RunPhases(bool dry_run);
   void CheckVariables();
   bool AnswersWithinBounds();
   void Refuse(const std::string& refusal);
@@ -78,7 +88,7 @@ class TCreationRun {
   TRunOutcome ProcessLanguages();
   TRunOutcome ProcessTargets();
   TRunOutcome Interrupted() const;
-  void Finish();
+  void Finish(bool save_report);
 
   TWizard& wizard_;
   TRunServices services_;

@@ -52,6 +52,7 @@ TEST(CreationRunTest, RunsTwiceAndTrashesThePreviousSet) {
   setup.dir.Write("out/Rocket/stale.txt", "old");
   ASSERT_EQ(run.Start(), TRunOutcome::Finished);
   ASSERT_EQ(setup.trash.Moved, std::vector<fs::path>{setup.Out() / "Rocket"});
+  EXPECT_EQ(run.MovedToTrash(), setup.Out() / "Rocket");
   EXPECT_FALSE(fs::exists(setup.Out() / "Rocket/stale.txt"));
   EXPECT_TRUE(fs::exists(setup.trash.Holding() / "1-Rocket/stale.txt"));
 }
@@ -80,6 +81,38 @@ TEST(CreationRunTest, KeepsTheAnswersItExpandsSoThatANewPrefixFollows) {
   const Tree written = DemoSetup::Tree(run.ProjectSetFolder());
   EXPECT_EQ(written.count("Delphi 7/Win32/Host/ZetaHost.dpr"), 1u);
   EXPECT_EQ(written.count("Delphi 7/Win32/Host/AcmeHost.dpr"), 0u);
+}
+
+TEST(CreationRunTest, ADryRunPlansWhatARealRunWritesAndTouchesNothing) {
+  DemoSetup setup;
+  setup.dir.Write("out/Rocket/stale.txt", "old");
+  TCreationRun run(setup.wizard, setup.Services(), setup.observer);
+  ASSERT_EQ(run.Start(true), TRunOutcome::Finished) << run.StopReason();
+  std::vector<std::string> planned;
+  for (const fs::path& file : run.PlannedFiles()) planned.push_back(file.lexically_relative(setup.Out()).string());
+  EXPECT_EQ(planned, (std::vector<std::string>{
+                         "Rocket/Common/Acme_Shared.pas", "Rocket/ReadMe.txt", "Rocket/Delphi 7/Lang.txt",
+                         "Rocket/Delphi 7/Win32/Host/Main.dfm", "Rocket/Delphi 7/Win32/Host/AcmeHost.cfg",
+                         "Rocket/Delphi 7/Win32/Host/AcmeHost.dpr", "Rocket/Delphi 7/Win32/Host/logo.bin",
+                         "Rocket/Delphi 7/Win32/Plugins/Plugin2/Latin.txt",
+                         "Rocket/Delphi 7/Win32/Plugins/Plugin2/AcmePin2.dpr", "Rocket/Delphi 7/Win32/Acme_D7W32.bpg"}));
+  EXPECT_EQ(run.Counters(), (TCounters{7, 1 + 8 + 17, 7, 0, 12, 2, 10, 0}));
+  EXPECT_EQ(run.MovedToTrash(), setup.Out() / "Rocket");
+  EXPECT_TRUE(setup.trash.Moved.empty());
+  EXPECT_EQ(DemoSetup::Tree(setup.Out()), (Tree{{"Rocket/", ""}, {"Rocket/stale.txt", "old"}}));
+  EXPECT_FALSE(fs::exists(ReportFile(setup.wizard)));
+}
+
+TEST(CreationRunTest, ADryRunStopsWhenTheBaseFolderCannotBeMade) {
+  DemoSetup setup;
+  const fs::path file = setup.dir.Write("plain.txt", "x");
+  setup.SetVariable(viOutputBaseFolder, (file / "below").string());
+  TCreationRun run(setup.wizard, setup.Services(), setup.observer);
+  EXPECT_EQ(run.Start(true), TRunOutcome::Stopped);
+  EXPECT_EQ(run.StopReason(), "The Base Folder '" + (file / "below").string() + "' cannot be made: '" +
+                                  file.string() + "' is not a folder.");
+  EXPECT_FALSE(run.Refused());
+  EXPECT_TRUE(run.PlannedFiles().empty());
 }
 
 TEST(CreationRunTest, StopsAndDeletesNothingWhenTheTrashRefuses) {
@@ -197,6 +230,7 @@ TEST_P(ProjectSetRefusalTest, RefusesBeforeTouchingAnything) {
   setup.SetVariable(viProductName, c.product);
   TCreationRun run(setup.wizard, setup.Services(), setup.observer);
   EXPECT_EQ(run.Start(), TRunOutcome::Stopped) << c.name;
+  EXPECT_TRUE(run.Refused()) << c.name;
   const std::string& reason = run.StopReason();
   EXPECT_EQ(reason.substr(reason.size() - std::min(reason.size(), c.message_end.size())), c.message_end)
       << c.name << ": " << reason;

@@ -32,8 +32,15 @@ TFileOutcome Fail(TRunContext& run, const std::string& line) {
   return TFileOutcome::Failed;
 }
 
+// The dry run's stand-in for writing `dest`.
+TFileOutcome Planned(TRunContext& run, const fs::path& dest) {
+  run.planned_files.push_back(dest.lexically_normal());
+  return TFileOutcome::Processed;
+}
+
 TFileOutcome CopyPlain(TRunContext& run, const fs::path& source, const fs::path& dest) {
   run.Report("    Copying file '" + source.string() + "' to '" + dest.string() + "'...");
+  if (run.dry_run) return Planned(run, dest);
   std::string error;
   if (CopyFileBytes(source, dest, &error)) return TFileOutcome::Processed;
   return Fail(run, "Non-expandable file could not be copied.  Source: '" + source.string() +
@@ -99,6 +106,7 @@ TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path
   if (aware) text = Preprocessed(run, std::move(text));
   if (run.aborted) return TFileOutcome::Aborted;
   run.Report("      Saving file to destination folder...");
+  if (run.dry_run) return Planned(run, dest);
   // UTF-8 text is written as it stands; only Windows-1252 needs encoding back.
   const std::string encoded = file.Encoding == TTextEncoding::Utf8 ? std::string() : EncodeText(text, file.Encoding);
   if (!WriteFileBytes(dest, file.Encoding == TTextEncoding::Utf8 ? text : encoded, &error)) {

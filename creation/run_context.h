@@ -34,6 +34,12 @@ struct TRunContext {
   TCounters counters;
   bool aborted = false;
   bool count_only = false;
+  // The dry run's processing pass: the walk does all but create, move and write, and lists the
+  // files it would write.
+  bool dry_run = false;
+  bool refused = false;  // the Project Set folder was refused before anything was touched
+  std::filesystem::path moved_to_trash;  // the existing Project Set folder moved (dry run: to move) aside
+  std::vector<std::filesystem::path> planned_files;  // dry run: the files a real run would write
   uint16_t step = 0;
   int32_t gauge_max = 100;
   int32_t gauge_position = 0;

@@ -4,6 +4,7 @@
 // its messages. The run never prints.
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 
 namespace tsaw::creation {
@@ -34,6 +35,8 @@ class TRunObserver {
   virtual void MessageChanged(const std::string& message) { (void)message; }
   // The task label ("doing...").
   virtual void TaskChanged(const std::string& task) { (void)task; }
+  // The Project Set folder, once it is accepted and before anything is touched.
+  virtual void ProjectSetFolderSettled(const std::filesystem::path& folder) { (void)folder; }
   // A modal message for the user (the circular-reference error).
   virtual void ShowMessage(const std::string& text) { (void)text; }
   // A pump point: the interface handles pending events here; a stop button may call

@@ -78,7 +78,7 @@ std::string MakeFolders(const fs::path& dest) {
 
 bool CreateFolder(TRunContext& run, const fs::path& dest) {
   run.Report("  Creating folder:  '" + dest.string() + "'...");
-  const std::string failed = MakeFolders(dest);
+  const std::string failed = run.dry_run ? std::string() : MakeFolders(dest);
   if (failed.empty()) {
     ++run.counters.FoldersProcessed;
     return true;
@@ -185,7 +185,10 @@ bool Process_Root(TRunContext& run) {
     run.Report("  Folder '" + run.template_folder.string() + "' will be copied to '" +
                run.project_set.string() + "'");
   } else {
-    if (fs::exists(fs::symlink_status(run.project_set))) {
+    if (fs::exists(fs::symlink_status(run.project_set)) && run.dry_run) {
+      run.Report("  Folder '" + run.project_set.string() + "' would go to the trash.");
+      run.moved_to_trash = run.project_set;
+    } else if (fs::exists(fs::symlink_status(run.project_set))) {
       const std::string task = run.task;
       run.SetTask("clearing project set folder and all subfoders...");
       run.Pump();
@@ -198,6 +201,7 @@ bool Process_Root(TRunContext& run) {
         run.stop_reason = error + "; nothing was deleted.";
         return false;
       }
+      run.moved_to_trash = run.project_set;
     }
     if (!CreateFolder(run, run.project_set)) return false;
   }

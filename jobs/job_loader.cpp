@@ -5,25 +5,12 @@
 
 #include "model/ini_file.h"
 #include "platform/debug_log.h"
+#include "templates/template_paths.h"
 
 namespace tsaw {
 namespace {
 
 constexpr const char* kLoadRoutine = "TSaW_frmWelcome.TfrmWelcome.btnStartFromJob_OnClick";
-
-// The Job's template path with the platform's separators and no trailing separator; empty when it
-// would lead out of the templates folder (absolute, or a ".." part).
-std::string InsideTemplatesFolder(std::string value) {
-  for (char& c : value) {
-    if (c == '\\') c = '/';
-  }
-  while (!value.empty() && value.back() == '/') value.pop_back();
-  if (value.empty() || value.front() == '/') return {};
-  for (const auto& part : std::filesystem::path(value)) {
-    if (part == "..") return {};
-  }
-  return value;
-}
 
 bool TemplateExists(const std::string& partial_path) {
   std::error_code ignored;
@@ -33,7 +20,7 @@ bool TemplateExists(const std::string& partial_path) {
 // Step 30: the selected template path from "Job"/Template, or the message saying why there is none.
 std::string SelectJobTemplate(TWizard& wizard, const TIniFile& job, const std::string& file_name) {
   const std::string value = job.ReadString("Job", "Template");
-  const std::string relative = InsideTemplatesFolder(value);
+  const std::string relative = RelativeTemplatePath(value);
   std::string message;
   if (value.empty()) {
     message = "Job not loaded: \"" + file_name + "\" names no template ([Job] Template is missing or empty).";

@@ -10,6 +10,8 @@
 #include "model/targets.h"
 #include "model/text_file.h"
 #include "platform/debug_log.h"
+#include "platform/folder_access.h"
+#include "templates/template_paths.h"
 #include "templates/template_info.h"
 
 namespace tsaw {
@@ -112,21 +114,11 @@ std::string RepeatBlock(const TWizard& wizard, const std::optional<std::string>&
   return result;
 }
 
-// "Category/Template": the selected template's path below the templates folder, '/' separated.
-std::string RelativeTemplatePath(const TWizard& wizard) {
-  std::string path = wizard.SelectedTemplatePath;
-  if (path.starts_with(wizard.TemplatesFolder)) path.erase(0, wizard.TemplatesFolder.size());
-  for (char& c : path) {
-    if (c == '\\') c = '/';
-  }
-  return path;
-}
-
 // Every placeholder with its answer, in the order in which they are replaced.
 std::vector<std::pair<std::string, std::string>> Answers(const TWizard& wizard, std::string names_block,
                                                          std::string properties_block) {
   std::vector<std::pair<std::string, std::string>> answers = {{"#Job.ODS#", "001"},
-                                                              {"#Job.Template#", RelativeTemplatePath(wizard)}};
+                                                              {"#Job.Template#", TemplatePathOf(wizard, wizard.SelectedTemplatePath)}};
   const auto add_text = [&](uint16_t var) { answers.emplace_back(Placeholder(var), TextForm(ValueOf(wizard, var))); };
   for (uint16_t var : kCommonTextsBeforeNames) add_text(var);
   answers.emplace_back("#Job.Plugin.ProjectName#", std::move(names_block));
@@ -159,15 +151,29 @@ std::string Fill_Job_Model(const TWizard& wizard, std::string_view model_text) {
   return text;
 }
 
-std::string Save_Job(const TWizard& wizard, const std::filesystem::path& job_file, TOverwrite overwrite) {
-  platform::ScopedRoutine routine("TSaW_frmCreation.TfrmCreation.btnSaveJob_OnClick");
+std::string Check_Job_File(const TWizard& wizard, const std::filesystem::path& job_file, TOverwrite overwrite) {
   std::error_code error;
-  if (!std::filesystem::is_directory(job_file.parent_path().empty() ? "." : job_file.parent_path(), error)) {
+  const std::filesystem::path folder = job_file.parent_path().empty() ? "." : job_file.parent_path();
+  if (!std::filesystem::is_directory(folder, error)) {
     return "Job not saved: the folder of \"" + job_file.string() + "\" does not exist.";
   }
-  if (overwrite == TOverwrite::Refuse && std::filesystem::exists(job_file, error)) {
+  if (const std::string why = platform::WhyFolderCannotTakeFiles(folder); !why.empty()) {
+    return "Job not saved: " + why + ".";
+  }
+  if (std::filesystem::is_directory(job_file, error)) {
+    return "Job not saved: \"" + job_file.string() + "\" is a folder.";
+  }
+  if (overwrite == TOverwrite::Refuse && std::filesystem::exists(std::filesystem::symlink_status(job_file, error))) {
     return "Job not saved: \"" + job_file.string() + "\" already exists and was left as it is.";
   }
+  const std::filesystem::path model = std::filesystem::path(wizard.JobsFolder) / kJobModelFileName;
+  if (!std::filesystem::is_regular_file(model, error)) return "Job Model could not be loaded:\r\n\r\n" + model.string();
+  return {};
+}
+
+std::string Save_Job(const TWizard& wizard, const std::filesystem::path& job_file, TOverwrite overwrite) {
+  platform::ScopedRoutine routine("TSaW_frmCreation.TfrmCreation.btnSaveJob_OnClick");
+  if (std::string refusal = Check_Job_File(wizard, job_file, overwrite); !refusal.empty()) return refusal;
   const std::filesystem::path model = std::filesystem::path(wizard.JobsFolder) / kJobModelFileName;
   const std::optional<std::string> model_bytes = ReadFileBytes(model);
   if (!model_bytes) return "Job Model could not be loaded:\r\n\r\n" + model.string();

@@ -22,10 +22,15 @@ std::string Fill_Job_Model(const TWizard& wizard, std::string_view model_text);
 // Whether Save_Job may replace an existing file: only when the user has said so.
 enum class TOverwrite { Refuse, Confirmed };
 
+// Why Save_Job would not write `job_file`, asked before work whose answers are to be saved: its
+// folder is missing or cannot take files, it is a folder, it exists and `overwrite` is Refuse,
+// or the Jobs folder has no model. The empty text when nothing stands in the way.
+std::string Check_Job_File(const TWizard& wizard, const std::filesystem::path& job_file, TOverwrite overwrite);
+
 // Fills the Jobs folder's model and writes the result to `job_file` in UTF-8. Returns the empty
 // text on success, otherwise the message to show and nothing is written: "Job Model could not be
-// loaded:" CR LF CR LF + the model's full name, or why the file cannot be written (its folder is
-// missing, it exists and `overwrite` is Refuse, or the write failed).
+// loaded:" CR LF CR LF + the model's full name, or why the file cannot be written (what
+// Check_Job_File finds, or the write failed).
 std::string Save_Job(const TWizard& wizard, const std::filesystem::path& job_file, TOverwrite overwrite);
 
 // The file a save proposes: the active Job's when its values have been applied, otherwise

@@ -24,7 +24,8 @@ struct TSessionStart {
 // it (each with a trailing separator), reads the active configuration (Read_Settings) and sets the
 // fixed variables from `clock` and `machine`. A missing wizard folder is reported and the session
 // goes on with empty defaults. Without a framework root nothing is set and Ok is false.
-// A non-empty `config_name` chooses the configuration in place of the selector file.
+// A non-empty `config_name` chooses the configuration in place of the selector file; when it holds
+// a path separator or names no configuration file, that is the one message and Ok is false.
 TSessionStart Start_Session(TWizard& wizard, const platform::Clock& clock, const platform::MachineFolders& machine,
                             const std::string& config_name = {});
 

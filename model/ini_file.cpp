@@ -21,6 +21,15 @@ std::optional<std::string_view> SectionHeader(std::string_view line) {
   return platform::Trim(line.substr(1, close - 1));
 }
 
+// Longer lines are cut in a warning, which quotes the line so that it can be found.
+constexpr size_t kQuotedLength = 60;
+// A file that is no INI file at all would give a warning per line; the rest are only counted.
+constexpr size_t kMaxWarnings = 20;
+
+std::string Quoted(std::string_view line) {
+  return "\"" + std::string(line.substr(0, kQuotedLength)) + (line.size() > kQuotedLength ? "...\"" : "\"");
+}
+
 template <typename Sections>
 size_t SectionIndex(const Sections& sections, std::string_view name) {
   for (size_t i = 0; i < sections.size(); ++i) {
@@ -38,26 +47,38 @@ TIniFile TIniFile::FromText(std::string_view text) {
   TIniFile ini;
   std::vector<std::unordered_set<std::string>> keys_seen;  // lower-cased, one set per section
   size_t current = kNoSection;
+  int number = 0;
   for (size_t start = 0; start < text.size();) {
-    const size_t end = std::min(text.find_first_of("\r\n", start), text.size());
+    size_t end = std::min(text.find_first_of("\r\n", start), text.size());
     const std::string_view line = platform::Trim(text.substr(start, end - start));
+    if (end + 1 < text.size() && text[end] == '\r' && text[end + 1] == '\n') ++end;
     start = end + 1;
+    ++number;
     if (line.empty() || line.front() == ';') continue;
     if (const auto name = SectionHeader(line)) {
       current = SectionIndex(ini.sections_, *name);
       if (current == kNoSection) {
         current = ini.sections_.size();
-        ini.sections_.push_back(Section{std::string(*name), {}});
+        ini.sections_.push_back(Section{std::string(*name), {}, {}});
         keys_seen.emplace_back();
       }
       continue;
     }
     const size_t equals = line.find('=');
-    if (current == kNoSection || equals == std::string_view::npos) continue;
-    const std::string_view key = platform::Trim(line.substr(0, equals));
-    if (key.empty() || !keys_seen[current].insert(platform::LowerAscii(key)).second) continue;
+    const std::string_view key = platform::Trim(line.substr(0, equals == std::string_view::npos ? 0 : equals));
+    if (key.empty()) {
+      if (ini.ignored_lines_.size() < kMaxWarnings) {
+        ini.ignored_lines_.emplace_back(
+            number, Quoted(line) + " is neither a [section], a ; comment nor a key=value line; it is ignored");
+      } else {
+        ++ini.more_ignored_lines_;
+      }
+      continue;
+    }
+    if (current == kNoSection || !keys_seen[current].insert(platform::LowerAscii(key)).second) continue;
     const std::string_view value = platform::Trim(line.substr(equals + 1));
     ini.sections_[current].entries.emplace_back(std::string(key), std::string(value));
+    ini.sections_[current].lines.push_back(number);
   }
   return ini;
 }
@@ -102,6 +123,27 @@ bool TIniFile::ValueExists(std::string_view section, std::string_view key) const
   const Section* found = FindSection(section);
   return found && std::any_of(found->entries.begin(), found->entries.end(),
                               [&](const auto& entry) { return platform::SameText(entry.first, key); });
+}
+
+std::vector<std::string> TIniFile::Warnings() const {
+  std::vector<std::string> warnings;
+  for (const auto& [number, text] : ignored_lines_) {
+    warnings.push_back((path_.empty() ? "line " : path_.string() + ":") + std::to_string(number) + ": " + text);
+  }
+  if (more_ignored_lines_ > 0) {
+    warnings.push_back((path_.empty() ? "" : path_.string() + ": ") + std::to_string(more_ignored_lines_) +
+                       " more such lines are ignored");
+  }
+  return warnings;
+}
+
+int TIniFile::KeyLine(std::string_view section, std::string_view key) const {
+  if (const Section* found = FindSection(section)) {
+    for (size_t i = 0; i < found->entries.size(); ++i) {
+      if (platform::SameText(found->entries[i].first, key)) return found->lines[i];
+    }
+  }
+  return 0;
 }
 
 bool IniBool(std::string_view value) {

@@ -79,6 +79,27 @@ TEST(IniFileTest, ReadsBothEncodingsAndEveryLineEnding) {
   }
 }
 
+TEST(IniFileTest, NotesTheLinesItIgnoresAndWhereEachKeyStands) {
+  testing::TempDir dir;
+  const auto path = dir.Write("Sample.ini", kSample);
+  const TIniFile ini = TIniFile::Load(path);
+  const std::string tail = " is neither a [section], a ; comment nor a key=value line; it is ignored";
+  EXPECT_EQ(ini.Warnings(), (std::vector<std::string>{path.string() + ":6: \"a line without equals\"" + tail,
+                                                      path.string() + ":9: \"=no key\"" + tail}));
+  EXPECT_EQ(ini.KeyLine("template", "NAME"), 4);
+  EXPECT_EQ(ini.KeyLine("Template", "Desc"), 8);
+  EXPECT_EQ(ini.KeyLine("Template", "Extra"), 15);
+  EXPECT_EQ(ini.KeyLine("Template", "orphan"), 0);
+
+  std::string garbage = "[S]\n" + std::string(100, 'x') + "\n";
+  for (int i = 0; i < 30; ++i) garbage += "junk\r\n";
+  const std::vector<std::string> warnings = TIniFile::FromText(garbage).Warnings();
+  ASSERT_EQ(warnings.size(), 21u);
+  EXPECT_EQ(warnings[0], "line 2: \"" + std::string(60, 'x') + "...\"" + tail);
+  EXPECT_EQ(warnings[19], "line 21: \"junk\"" + tail);
+  EXPECT_EQ(warnings[20], "11 more such lines are ignored");
+}
+
 TEST(IniFileTest, MissingFileReadsEmptyAndSaysWhy) {
   testing::TempDir dir;
   const auto path = dir.path() / "TSaW.Default.ini";

@@ -8,6 +8,7 @@
 
 #include "platform/runtime_text.h"
 #include "platform/wine_registry.h"
+#include "platform/xdg_folders.h"
 
 namespace tsaw::platform {
 namespace fs = std::filesystem;
@@ -21,12 +22,8 @@ std::string EnvironmentText(const char* name) {
 std::string FrameworkRootOf(const MachineEnvironment& environment, std::string root_override) {
   if (!root_override.empty()) return root_override;
   if (!environment.TesseraRoot.empty()) return environment.TesseraRoot;
-  // The XDG rules ignore a relative XDG_DATA_HOME.
-  if (!environment.XdgDataHome.empty() && fs::path(environment.XdgDataHome).is_absolute()) {
-    return (fs::path(environment.XdgDataHome) / "tessera").string();
-  }
-  if (!environment.Home.empty()) return (fs::path(environment.Home) / ".local/share/tessera").string();
-  return "";
+  const auto data = XdgDataHomeFrom(environment.XdgDataHome, environment.Home);
+  return data ? (*data / "tessera").string() : "";
 }
 
 std::string WinePrefixOf(const MachineEnvironment& environment) {

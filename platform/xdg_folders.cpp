@@ -6,22 +6,31 @@ namespace tsaw::platform {
 namespace fs = std::filesystem;
 namespace {
 
-std::optional<fs::path> AbsoluteFromEnvironment(const char* name) {
+std::string_view Environment(const char* name) {
   const char* value = std::getenv(name);
-  if (!value || *value != '/') return std::nullopt;
-  return fs::path(value);
+  return value ? value : "";
 }
 
-std::optional<fs::path> Folder(const char* variable, const char* below_home) {
-  if (auto folder = AbsoluteFromEnvironment(variable)) return folder;
-  if (auto home = AbsoluteFromEnvironment("HOME")) return *home / below_home;
+// The rule for every folder: the variable when it holds an absolute path, else the home folder's
+// default when the home folder is absolute.
+std::optional<fs::path> FolderFrom(std::string_view value, std::string_view home, const char* below_home) {
+  if (value.starts_with('/')) return fs::path(value);
+  if (home.starts_with('/')) return fs::path(home) / below_home;
   return std::nullopt;
 }
 
 }  // namespace
 
-std::optional<fs::path> XdgDataHome() { return Folder("XDG_DATA_HOME", ".local/share"); }
-std::optional<fs::path> XdgStateHome() { return Folder("XDG_STATE_HOME", ".local/state"); }
-std::optional<fs::path> XdgConfigHome() { return Folder("XDG_CONFIG_HOME", ".config"); }
+std::optional<fs::path> XdgDataHome() { return XdgDataHomeFrom(Environment("XDG_DATA_HOME"), Environment("HOME")); }
+std::optional<fs::path> XdgStateHome() {
+  return FolderFrom(Environment("XDG_STATE_HOME"), Environment("HOME"), ".local/state");
+}
+std::optional<fs::path> XdgConfigHome() {
+  return FolderFrom(Environment("XDG_CONFIG_HOME"), Environment("HOME"), ".config");
+}
+
+std::optional<fs::path> XdgDataHomeFrom(std::string_view xdg_data_home, std::string_view home) {
+  return FolderFrom(xdg_data_home, home, ".local/share");
+}
 
 }  // namespace tsaw::platform

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string_view>
 
 namespace tsaw::platform {
 
@@ -13,5 +14,9 @@ std::optional<std::filesystem::path> XdgDataHome();
 std::optional<std::filesystem::path> XdgStateHome();
 // $XDG_CONFIG_HOME, else ~/.config; nullopt when neither is usable.
 std::optional<std::filesystem::path> XdgConfigHome();
+
+// The data folder by the same rule from given texts (`xdg_data_home` and `home` as the variables
+// would hold them), for callers that take their environment as a value.
+std::optional<std::filesystem::path> XdgDataHomeFrom(std::string_view xdg_data_home, std::string_view home);
 
 }  // namespace tsaw::platform

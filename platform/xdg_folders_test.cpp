@@ -45,6 +45,12 @@ TEST(XdgFoldersTest, RelativeOrEmptyVariablesFallBackToHome) {
   EXPECT_EQ(XdgConfigHome(), std::filesystem::path("/home/u/.config"));
 }
 
+TEST(XdgFoldersTest, TheDataRuleAlsoTakesGivenTexts) {
+  EXPECT_EQ(XdgDataHomeFrom("/x/data", "/home/u"), std::filesystem::path("/x/data"));
+  EXPECT_EQ(XdgDataHomeFrom("x/data", "/home/u"), std::filesystem::path("/home/u/.local/share"));
+  EXPECT_EQ(XdgDataHomeFrom("", "home/u"), std::nullopt);
+}
+
 TEST(XdgFoldersTest, NoUsableHomeGivesNothing) {
   ScopedVariable home("HOME", "not-absolute");
   ScopedVariable state("XDG_STATE_HOME", nullptr);

@@ -293,28 +293,51 @@ std::string CheckDefaultValuesKey(std::string_view key, uint16_t plugin_count) {
   return "Unknown key \"" + std::string(key) + "\": not a \"Default Values\" key";
 }
 
-std::string Apply_Value_Overrides(TWizard& wizard,
-                                  const std::vector<std::pair<std::string, std::string>>& values) {
-  platform::ScopedRoutine routine("tsaw.Apply_Value_Overrides");
-  if (!Acts(wizard)) return "No valid template is selected";
-  std::string text = "[Default Values]\n";
-  // The INI reading keeps the first of repeated keys; the last override given must win.
-  for (auto it = values.rbegin(); it != values.rend(); ++it) {
-    if (std::string error = CheckDefaultValuesKey(it->first, wizard.SelectedTemplate->PluginCount);
-        !error.empty()) {
-      return error;
-    }
-    if (it->second.find_first_of("\r\n") != std::string::npos) {
-      return "The value of \"" + it->first + "\" holds a line break; write line breaks as \"\xC2\xB6\"";
-    }
-    text += it->first + "=" + it->second + "\n";
-  }
-  const TIniFile ini = TIniFile::FromText(text);
+namespace {
+
+// One override as a "Default Values" section of its own, read by the files' rules.
+void ApplyOverrideLayer(TWizard& wizard, const std::string& key, const std::string& value) {
+  const TIniFile ini = TIniFile::FromText("[" + std::string(kSection) + "]\n" + key + "=" + value + "\n");
   Apply_Values(wizard, ini, kSection);
   for (uint16_t n = 1; n <= wizard.SelectedTemplate->PluginCount; ++n) {
     ReadPluginKeys(wizard, ini, n, false, true);
     ReadPluginKeys(wizard, ini, n, true, true);
   }
+}
+
+}  // namespace
+
+std::vector<std::string> Ignored_Default_Keys(const TIniFile& ini, uint16_t plugin_count, bool indexed) {
+  std::vector<std::string> warnings;
+  for (const auto& [key, value] : ini.ReadSection(kSection)) {
+    std::string why = CheckDefaultValuesKey(key, plugin_count);
+    const std::string lowered = platform::LowerAscii(key);
+    const bool unindexed = lowered.starts_with("plugin.");
+    if (why.empty() && (unindexed || lowered.starts_with("plugin[")) && unindexed == indexed) {
+      why = "\"" + key + "\" is read only from " +
+            (indexed ? "configuration files; write \"Plugin[n]." : "Job and template files; write \"Plugin.") +
+            key.substr(key.find('.') + 1) + "\" here";
+    }
+    if (why.empty()) continue;
+    warnings.push_back(ini.Path().string() + ":" + std::to_string(ini.KeyLine(kSection, key)) + ": " + why +
+                       "; the key is ignored");
+  }
+  return warnings;
+}
+
+std::string Apply_Value_Overrides(TWizard& wizard,
+                                  const std::vector<std::pair<std::string, std::string>>& values) {
+  platform::ScopedRoutine routine("tsaw.Apply_Value_Overrides");
+  if (!Acts(wizard)) return "No valid template is selected";
+  for (const auto& [key, value] : values) {
+    if (std::string error = CheckDefaultValuesKey(key, wizard.SelectedTemplate->PluginCount); !error.empty()) {
+      return error;
+    }
+    if (value.find_first_of("\r\n") != std::string::npos) {
+      return "The value of \"" + key + "\" holds a line break; write line breaks as \"\xC2\xB6\"";
+    }
+  }
+  for (const auto& [key, value] : values) ApplyOverrideLayer(wizard, key, value);
   return {};
 }
 

@@ -49,12 +49,19 @@ void Update_Wizard_Variables(TWizard& wizard);
 // wrong with it.
 std::string CheckDefaultValuesKey(std::string_view key, uint16_t plugin_count);
 
-// Applies one more "Default Values" layer given as key=value pairs (same keys and reading rules;
-// plug-in keys indexed, "Plugin[2].Version", or unindexed for every plug-in). Unlike the files, an
-// override of a plug-in key also sets the plug-in's value, since nothing later would. Returns an
-// empty text, or what is wrong (no valid template, an unknown key, a plug-in number out of range,
-// a line break in a value); on error nothing is applied.
+// Applies the key=value pairs in order, each as one more "Default Values" layer of its own (same
+// keys and reading rules, so "Logging.UseTLG=no" clears the other logging switches set before it
+// but not those set after it; plug-in keys indexed, "Plugin[2].Version", or unindexed for every
+// plug-in). Unlike the files, an override of a plug-in key also sets the plug-in's value, since
+// nothing later would. Returns an empty text, or what is wrong (no valid template, an unknown key,
+// a plug-in number out of range, a line break in a value); on error nothing is applied.
 std::string Apply_Value_Overrides(TWizard& wizard,
                                   const std::vector<std::pair<std::string, std::string>>& values);
+
+// One warning, "<file>:<line>: ...", for each key of the "Default Values" section of `ini` that
+// reading it would ignore, for a template with `plugin_count` plug-ins: an unknown key, a plug-in
+// number out of range, or the plug-in key form the file does not take (`indexed`: Job and template
+// files take "Plugin[2].Version"; configuration files take "Plugin.Version").
+std::vector<std::string> Ignored_Default_Keys(const TIniFile& ini, uint16_t plugin_count, bool indexed);
 
 }  // namespace tsaw

@@ -182,6 +182,37 @@ TEST_F(DefaultsTest, OverridesApplyAsOneMoreLayer) {
   EXPECT_EQ(Var(viLoggingLogComments).Value, "False");
 }
 
+// Each override is a layer: "UseTLG=no" below an override clears it, above one it does not.
+TEST_F(DefaultsTest, EachOverrideIsALayerOfItsOwnInTheOrderGiven) {
+  Select("Logging.UseTLG=no\r\n");
+  ASSERT_EQ(Var(viLoggingLogComments).Value, "False");
+  EXPECT_EQ(Apply_Value_Overrides(wizard, {{"Logging.LogComments", "yes"}, {"Logging.UseTLG", "yes"}}), "");
+  EXPECT_EQ(Var(viLoggingUseTLG).Value, "True");
+  EXPECT_EQ(Var(viLoggingLogComments).Value, "False");
+
+  EXPECT_EQ(Apply_Value_Overrides(wizard, {{"Logging.UseTLG", "yes"}, {"Logging.LogComments", "yes"}}), "");
+  EXPECT_EQ(Var(viLoggingUseTLG).Value, "True");
+  EXPECT_EQ(Var(viLoggingLogComments).Value, "True");
+}
+
+TEST_F(DefaultsTest, NamesTheKeysAFileHoldsThatReadingIgnores) {
+  const auto job = dir.Write("Job.ini", "[Job]\r\nTemplate=Tpl\r\n[Default Values]\r\nProduct.Name=P\r\n"
+                                        "Product.Nmae=typo\r\nPlugin[2].Version=2\r\nPlugin[3].Version=3\r\n"
+                                        "Plugin.Author=all\r\n");
+  const TIniFile ini = TIniFile::Load(job);
+  const std::string file = job.string();
+  EXPECT_EQ(Ignored_Default_Keys(ini, 2, true),
+            (std::vector<std::string>{
+                file + ":5: Unknown key \"Product.Nmae\": not a \"Default Values\" key; the key is ignored",
+                file + ":7: Plug-in number in \"Plugin[3].Version\" is out of range: the template has 2 plug-ins; "
+                       "the key is ignored",
+                file + ":8: \"Plugin.Author\" is read only from configuration files; write \"Plugin[n].Author\" "
+                       "here; the key is ignored"}));
+  EXPECT_EQ(Ignored_Default_Keys(ini, 3, false).at(1),
+            file + ":6: \"Plugin[2].Version\" is read only from Job and template files; write "
+                   "\"Plugin.Version\" here; the key is ignored");
+}
+
 TEST_F(DefaultsTest, OverridesRejectBadKeysAndApplyNothing) {
   Select("");
   const struct {

@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <exception>
+#include <filesystem>
 #include <initializer_list>
 #include <string_view>
 
@@ -146,6 +147,9 @@ bool Validate(TTemplateInfo& info) {
     info.IsValid = true;
     const TIniFile ini = TIniFile::Load(info.IniFile);
     if (!ini.Error().empty()) platform::DebugLine("  " + ini.Error());
+    std::error_code ignored;
+    const bool present = std::filesystem::exists(std::filesystem::symlink_status(info.IniFile, ignored));
+    info.ReadError = present ? ini.Error() : std::string();
     step = 20;
     RequireKey(info, ini, "Name", "Name", "MDI Child form plugin");
     step = 30;

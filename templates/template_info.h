@@ -48,6 +48,9 @@ struct TTemplateInfo {
   std::string Purpose;
   std::string Description;  // CR LF separated lines
   uint16_t PluginCount = 0;
+  // Why "Template.ini" is there but could not be read; the validation reads such a file as empty,
+  // and the command line tells the user this in place of the missing keys.
+  std::string ReadError;
   // Read-only marks by variable number; numbers past the end are not read-only.
   std::vector<bool> ReadOnly;
 };
@@ -58,7 +61,8 @@ std::shared_ptr<TTemplateInfo> Alloc_Info(TCatalogueNode* node);
 // Reads the "Template" section of info.IniFile and fills Prefix, Author, Purpose, Description,
 // PluginCount, IsValid, ErrorKind and ErrorMessage; returns IsValid. Every check runs even after a
 // failure. Never throws: an exception is logged with the step it happened in and the result is
-// IsValid as it stood then. A missing or unreadable file reads as having no keys.
+// IsValid as it stood then. A missing or unreadable file reads as having no keys; for a file
+// that is there but cannot be read, ReadError says why.
 bool Validate(TTemplateInfo& info);
 
 // True when "Default Values" marked variable `var_idx` read-only for this template.

@@ -81,6 +81,17 @@ TEST(Validate, MissingKeysReportLastKindWithFirstMessage) {
   }
 }
 
+TEST(Validate, AFileThatIsThereButCannotBeReadSaysSo) {
+  testing::TempDir dir;
+  TTemplateInfo info;
+  info.IniFile = dir.MakeDir("Template.ini").string();
+  EXPECT_FALSE(Validate(info));
+  EXPECT_EQ(info.ErrorKind, errFieldMissingFromTemplateSection);
+  EXPECT_EQ(info.ReadError, "Cannot read \"" + info.IniFile + "\": it is a folder");
+  EXPECT_EQ(ValidateText(nullptr).ReadError, "");
+  EXPECT_EQ(ValidateText(kGoodSection).ReadError, "");
+}
+
 TEST(Validate, KeysMatchInAnyCaseAndPrefixFormIsNotChecked) {
   const TTemplateInfo info = ValidateText(
       "[TEMPLATE]\nname=n\nprefix=X1\nAUTHOR=Ann\npurpose=Tests\ndesc=d\npluginCOUNT=4\n");
