@@ -5,6 +5,8 @@
 #include <nlohmann/json.hpp>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "testing/run_program.h"
 #include "testing/temp_dir.h"
@@ -100,10 +102,23 @@ TEST_F(LintCommandTest, TemplatesMarksTheTemplatesWithFindings) {
   EXPECT_EQ(run.out,
             "3 Templates in 1 Folder:\n"
             "Authors (3)\n"
-            "  Broken  [good]  [lint: 2 errors, 0 warnings]\n"
-            "  Clean  [good]\n"
-            "  Typo  [good]  [lint: 0 errors, 1 warning]\n");
+            "  Broken  [good]  Authors/Broken  [lint: 2 errors, 0 warnings]\n"
+            "  Clean  [good]  Authors/Clean\n"
+            "  Typo  [good]  Authors/Typo  [lint: 0 errors, 1 warning]\n");
   EXPECT_EQ(run.err, "");
+}
+
+TEST_F(LintCommandTest, TemplatesJsonCarriesTheLintCounts) {
+  const ProgramRun run = RunProgram(TSAW_EXE, {"--root", root.path().string(), "templates", "--lint", "--json"});
+  EXPECT_EQ(run.exit_status, 0);
+  const nlohmann::json doc = nlohmann::json::parse(run.out);
+  std::vector<std::pair<std::string, std::string>> counts;
+  for (const auto& record : doc["templates"]) {
+    counts.emplace_back(record["path"], record["lint"]);
+  }
+  EXPECT_EQ(counts, (std::vector<std::pair<std::string, std::string>>{
+                        {"Authors/Broken", "2 errors, 0 warnings"}, {"Authors/Clean", ""},
+                        {"Authors/Typo", "0 errors, 1 warning"}}));
 }
 
 }  // namespace
