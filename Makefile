@@ -42,14 +42,16 @@ sanitize: deps
 	@cmake --build $(BUILD)-asan -j $(JOBS) -- --no-print-directory
 	@cd $(BUILD)-asan && $(SANITIZE_ENV) ctest --output-on-failure -j $(JOBS)
 
-# Each fuzz harness for FUZZ_SECONDS seconds (clang, libFuzzer); fails on any finding.
+# Each fuzz harness for FUZZ_SECONDS seconds, FUZZ_JOBS side by side (clang, libFuzzer); fails on
+# any finding.
 FUZZ_SECONDS ?= 60
+FUZZ_JOBS ?= 1
 fuzz:
 	@scripts/install-deps.sh fuzz
 	@CXX=clang++-14 cmake -S . -B $(BUILD)-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTSAW_FUZZ=ON \
 		-DTSAW_BUILD_TESTS=OFF $(LAUNCHER) >/dev/null
 	@cmake --build $(BUILD)-fuzz -j $(JOBS) --target fuzz_all -- --no-print-directory
-	@FUZZ_SECONDS=$(FUZZ_SECONDS) scripts/fuzz.sh $(BUILD)-fuzz
+	@FUZZ_SECONDS=$(FUZZ_SECONDS) FUZZ_JOBS=$(FUZZ_JOBS) scripts/fuzz.sh $(BUILD)-fuzz
 
 # A Release build of its own, stripped when installed; `make install` puts it under $(PREFIX).
 release: deps
