@@ -1,14 +1,14 @@
 #include "creation/walk.h"
 
-#include <algorithm>
 
 #include "creation/file_names.h"
 #include "creation/file_processing.h"
 #include "creation/run_directives.h"
 #include "model/targets.h"
 #include "model/variables.h"
-#include "platform/runtime_text.h"
 #include "platform/debug_log.h"
+#include "platform/folder_listing.h"
+#include "platform/runtime_text.h"
 
 namespace tsaw::creation {
 namespace fs = std::filesystem;
@@ -17,24 +17,11 @@ namespace {
 // Which catalogue folders a walk leaves to the other walk entries.
 enum class TLevel { Root, Language, Inner };
 
-struct TEntry {
-  std::string name;
-  bool folder = false;
-};
-
 // The folder's entries in name order, without those whose name begins with ".".
-std::vector<TEntry> ListFolder(TRunContext& run, const fs::path& folder) {
-  std::vector<TEntry> entries;
+std::vector<platform::TFolderEntry> ListFolder(TRunContext& run, const fs::path& folder) {
   std::error_code ec;
-  for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
-    const std::string name = it->path().filename().string();
-    if (name.empty() || name[0] == '.') continue;
-    std::error_code type_ec;
-    // A linked folder is not entered (a link to a parent would never end); it fails as a file.
-    entries.push_back({name, it->is_directory(type_ec) && !it->is_symlink(type_ec)});
-  }
+  std::vector<platform::TFolderEntry> entries = platform::ListFolder(folder, ec);
   if (ec) run.Report("    ERROR: Folder could not be read: '" + folder.string() + "' (" + ec.message() + ")");
-  std::sort(entries.begin(), entries.end(), [](const TEntry& a, const TEntry& b) { return a.name < b.name; });
   return entries;
 }
 
@@ -137,11 +124,13 @@ bool WalkFile(TRunContext& run, const fs::path& file) {
 }
 
 bool Scan_More(TRunContext& run, const fs::path& source, TLevel level, bool in_target) {
-  for (const TEntry& entry : ListFolder(run, source)) {
+  for (const platform::TFolderEntry& entry : ListFolder(run, source)) {
     if (run.aborted) return false;
-    const fs::path path = source / entry.name;
-    if (entry.folder && IsCatalogueFolder(entry.name, level)) continue;
-    if (!(entry.folder ? WalkFolder(run, path, in_target) : WalkFile(run, path))) return false;
+    const fs::path path = source / entry.Name;
+    // A linked folder is not entered (a link to a parent would never end); it fails as a file.
+    const bool folder = fs::is_directory(entry.Status);
+    if (folder && IsCatalogueFolder(entry.Name, level)) continue;
+    if (!(folder ? WalkFolder(run, path, in_target) : WalkFile(run, path))) return false;
   }
   return !run.aborted;
 }

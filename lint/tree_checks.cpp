@@ -1,12 +1,12 @@
 // The walk over the template's files, as a run visits them: entries whose name begins with "." and
 // "TplHelper" folders are left out, every other folder is entered, since some run may write it.
 
-#include <algorithm>
 #include <filesystem>
 
 #include "creation/file_processing.h"
 #include "lint/checks.h"
 #include "model/text_file.h"
+#include "platform/folder_listing.h"
 #include "platform/runtime_text.h"
 
 namespace tsaw::lint {
@@ -28,24 +28,21 @@ struct TEntry {
   bool folder = false;
 };
 
+// The folder's entries to check; links to files and other kinds of entry are named and left
+// unread, links to folders are passed over.
 std::vector<TEntry> Entries(TLintContext& context, const fs::path& folder, const std::string& relative) {
-  std::vector<TEntry> entries;
   std::error_code ec;
-  for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
-    const std::string name = it->path().filename().string();
-    if (name.empty() || name[0] == '.') continue;
-    std::error_code type_ec;
-    const fs::file_status status = it->symlink_status(type_ec);
-    if (fs::is_directory(status)) {
-      if (!platform::SameText(name, "TplHelper")) entries.push_back({name, true});
-    } else if (fs::is_regular_file(status)) {
-      entries.push_back({name, false});
-    } else if (!fs::is_symlink(status) || !fs::is_directory(it->path(), type_ec)) {
-      context.Add(relative + name, 0, TSeverity::Warning, "is not a regular file: the lint does not read it");
+  std::vector<TEntry> entries;
+  for (const platform::TFolderEntry& entry : platform::ListFolder(folder, ec)) {
+    if (fs::is_directory(entry.Status)) {
+      if (!platform::SameText(entry.Name, "TplHelper")) entries.push_back({entry.Name, true});
+    } else if (fs::is_regular_file(entry.Status)) {
+      entries.push_back({entry.Name, false});
+    } else if (std::error_code type_ec; !fs::is_symlink(entry.Status) || !fs::is_directory(folder / entry.Name, type_ec)) {
+      context.Add(relative + entry.Name, 0, TSeverity::Warning, "is not a regular file: the lint does not read it");
     }
   }
   if (ec) context.Add(relative, 0, TSeverity::Error, "the folder could not be read: " + ec.message());
-  std::sort(entries.begin(), entries.end(), [](const TEntry& a, const TEntry& b) { return a.name < b.name; });
   return entries;
 }
 

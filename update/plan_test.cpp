@@ -21,6 +21,9 @@ struct Case {
   TWrite write;
 };
 
+// A failing case is named rather than dumped byte by byte.
+void PrintTo(const Case& c, std::ostream* out) { *out << c.name; }
+
 const std::string kBinary("\x00\x01\x02", 3);
 
 class PlanTest : public ::testing::TestWithParam<Case> {};
