@@ -91,7 +91,13 @@ void BM_ProcessText(benchmark::State& state) {
   }
   ProcessTextOf(state, text + "end.\r\n");
 }
-BENCHMARK(BM_ProcessText)->Arg(1 << 10)->Arg(1 << 20)->Arg(100 << 20)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ProcessText)
+    ->Arg(1 << 10)
+    ->Arg(64 << 10)
+    ->Arg(1 << 20)
+    ->Arg(16 << 20)
+    ->Arg(100 << 20)
+    ->Unit(benchmark::kMillisecond);
 
 // Blocks one after the other, each on its own line.
 void BM_BlocksInARow(benchmark::State& state) {
@@ -111,6 +117,6 @@ void BM_Nested(benchmark::State& state) {
   for (std::int64_t i = 0; i < state.range(0); ++i) text += "{$ENDIF}\r\n";
   ProcessTextOf(state, text);
 }
-BENCHMARK(BM_Nested)->Arg(10)->Arg(100)->Arg(250)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Nested)->Arg(10)->Arg(100)->Arg(250)->Arg(1000)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -26,10 +26,12 @@ class TDefines {
   // never added: returns false and changes nothing.
   bool SetExisting(std::string_view name, std::string_view value);
 
- private:
-  // Index of the first line named `name` (ignoring case), or entries_.size() when none.
+  // Index of the first line named `name` (ignoring case), or Entries().size() when none.
   std::size_t IndexOf(std::string_view name) const;
+  // Sets the value of the line at `index`, which must be below Entries().size().
+  void SetValueAt(std::size_t index, std::string_view value) { entries_[index].Value = value; }
 
+ private:
   std::vector<Entry> entries_;
 };
 

@@ -1,9 +1,9 @@
 #include "preprocessor/directive_scanner.h"
 
 #include <array>
+#include <cstring>
 
 #include "platform/runtime_text.h"
-#include "platform/find_bytes.h"
 
 namespace tsaw {
 namespace {
@@ -25,12 +25,39 @@ bool KeywordAt(std::string_view text, std::size_t pos, std::string_view keyword)
   return true;
 }
 
-// The kind whose keyword follows the "{$" at `open`, or None.
+// The kind whose keyword follows the "{$" at `open`, or None. No keyword begins another, so the
+// first letter picks the one or two to try.
 TDirKind KindAt(std::string_view text, std::size_t open) {
-  for (std::size_t kind = 1; kind < kKeywords.size(); ++kind) {
-    if (KeywordAt(text, open + 2, kKeywords[kind])) return static_cast<TDirKind>(kind);
+  if (text.size() - open < 3) return TDirKind::None;
+  auto try_kind = [&](TDirKind kind) {
+    return KeywordAt(text, open + 2, kKeywords[static_cast<std::size_t>(kind)]);
+  };
+  switch (AsciiUpper(text[open + 2])) {
+    case 'D':
+      return try_kind(TDirKind::Define) ? TDirKind::Define : TDirKind::None;
+    case 'U':
+      return try_kind(TDirKind::Undef) ? TDirKind::Undef : TDirKind::None;
+    case 'I':
+      if (try_kind(TDirKind::Ifdef)) return TDirKind::Ifdef;
+      return try_kind(TDirKind::Ifndef) ? TDirKind::Ifndef : TDirKind::None;
+    case 'E':
+      if (try_kind(TDirKind::Else)) return TDirKind::Else;
+      return try_kind(TDirKind::Endif) ? TDirKind::Endif : TDirKind::None;
+    default:
+      return TDirKind::None;
   }
-  return TDirKind::None;
+}
+
+// The first "{$" at or after `from`, or npos: memchr finds each "{", one comparison the "$".
+std::size_t FindDirectiveStart(std::string_view text, std::size_t from) {
+  while (from + 1 < text.size()) {
+    const void* brace = std::memchr(text.data() + from, '{', text.size() - 1 - from);
+    if (brace == nullptr) return std::string_view::npos;
+    const std::size_t at = static_cast<std::size_t>(static_cast<const char*>(brace) - text.data());
+    if (text[at + 1] == '$') return at;
+    from = at + 1;
+  }
+  return std::string_view::npos;
 }
 
 }  // namespace
@@ -55,29 +82,45 @@ std::size_t TDirScanner::FindCloseBrace(std::size_t from) {
   return found_at_;
 }
 
-TNextDirResult TDirScanner::Next(std::int64_t FromPos) {
-  TNextDirResult result;
-  std::size_t search = FromPos < 1 ? 0 : static_cast<std::size_t>(FromPos - 1);
-  std::size_t open = std::string_view::npos;
-  while (search < text_.size()) {
-    open = platform::FindBytes(text_, "{$", search);
-    if (open == std::string_view::npos) return result;
-    result.Kind = KindAt(text_, open);
-    if (result.Kind != TDirKind::None) break;
-    search = open + 2;
-  }
-  if (result.Kind == TDirKind::None) return result;
+std::string_view KeywordOf(TDirKind kind) { return kKeywords[static_cast<std::size_t>(kind)]; }
 
-  const std::size_t after_keyword =
-      open + 2 + kKeywords[static_cast<std::size_t>(result.Kind)].size();
-  result.StartPos = static_cast<std::int64_t>(open) + 1;
-  result.NextPos = static_cast<std::int64_t>(after_keyword) + 1;
-  const std::size_t close = FindCloseBrace(after_keyword);
-  if (close != std::string_view::npos) {
-    result.Name = Trim(text_.substr(after_keyword, close - after_keyword));
-    result.Text = text_.substr(open, close - open + 1);
-    result.NextPos = static_cast<std::int64_t>(close) + 2;
+std::string_view TDirSpan::Name(std::string_view text) const {
+  if (Close == kNoBrace) return {};
+  return Trim(text.substr(KeywordEnd, Close - KeywordEnd));
+}
+
+std::string_view TDirSpan::Text(std::string_view text) const {
+  if (Close == kNoBrace) return {};
+  return text.substr(Start, Close + 1 - Start);
+}
+
+TDirSpan TDirScanner::NextSpan(std::size_t from) {
+  TDirSpan span;
+  while (from < text_.size()) {
+    const std::size_t open = FindDirectiveStart(text_, from);
+    if (open == std::string_view::npos) return span;
+    span.Kind = KindAt(text_, open);
+    if (span.Kind != TDirKind::None) {
+      span.Start = open;
+      span.KeywordEnd = open + 2 + KeywordOf(span.Kind).size();
+      const std::size_t close = FindCloseBrace(span.KeywordEnd);
+      if (close != std::string_view::npos) span.Close = close;
+      return span;
+    }
+    from = open + 2;
   }
+  return span;
+}
+
+TNextDirResult TDirScanner::Next(std::int64_t FromPos) {
+  const TDirSpan span = NextSpan(FromPos < 1 ? 0 : static_cast<std::size_t>(FromPos - 1));
+  TNextDirResult result;
+  if (span.Kind == TDirKind::None) return result;
+  result.Kind = span.Kind;
+  result.StartPos = static_cast<std::int64_t>(span.Start) + 1;
+  result.NextPos = static_cast<std::int64_t>(span.End()) + 1;
+  result.Name = span.Name(text_);
+  result.Text = span.Text(text_);
   return result;
 }
 

@@ -20,6 +20,26 @@ struct TNextDirResult {
   std::string Text;           // "{$" through "}" as written; empty without "}"
 };
 
+// Where one directive stands in a text, as 0-based offsets; what the processor needs of it without
+// copying its name or text.
+struct TDirSpan {
+  static constexpr std::size_t kNoBrace = static_cast<std::size_t>(-1);
+  TDirKind Kind = TDirKind::None;
+  std::size_t Start = 0;       // the "{$"
+  std::size_t KeywordEnd = 0;  // just after the keyword
+  std::size_t Close = kNoBrace;  // the closing "}"
+
+  // Just after the "}", or just after the keyword without one.
+  std::size_t End() const { return Close == kNoBrace ? KeywordEnd : Close + 1; }
+  // The trimmed name; empty without "}".
+  std::string_view Name(std::string_view text) const;
+  // "{$" through "}" as written; empty without "}".
+  std::string_view Text(std::string_view text) const;
+};
+
+// The keyword of `kind` in upper case ("IFDEF"); empty for None.
+std::string_view KeywordOf(TDirKind kind);
+
 // Position of the first `Sub` in `S` at or after `From` (case-sensitive), or 0 when there is none
 // or `From` lies past the last place `Sub` could start. A `From` below 1 searches from the start;
 // an empty `Sub` is never found.
@@ -34,6 +54,8 @@ class TDirScanner {
   explicit TDirScanner(std::string_view text) : text_(text) {}
   // The first directive whose "{$" lies at or after `FromPos`; Kind None when there is none.
   TNextDirResult Next(std::int64_t FromPos);
+  // The same, from the 0-based offset `from`, without copying.
+  TDirSpan NextSpan(std::size_t from);
 
  private:
   std::size_t FindCloseBrace(std::size_t from);

@@ -1,31 +1,16 @@
 #include "preprocessor/model_processor.h"
 
-#include <algorithm>
-
 #include "platform/debug_log.h"
 #include "platform/runtime_text.h"
+#include "preprocessor/block_conditions.h"
+#include "preprocessor/block_output.h"
+#include "preprocessor/directive_list.h"
 #include "preprocessor/marker_cleanup.h"
 
 namespace tsaw {
 namespace {
 
 using platform::SplitLines;
-
-using BlockList = std::vector<std::unique_ptr<TDirBlock>>;
-
-// Deeper nesting than any template needs; the limit keeps hostile input from exhausting the stack.
-constexpr int kMaxNesting = 256;
-
-// 1-based number of the line holding byte `offset` of `text` (CR, LF and CR LF end a line).
-std::int64_t LineAt(std::string_view text, std::size_t offset) {
-  std::int64_t line = 1;
-  for (std::size_t i = 0; i < offset && i < text.size(); ++i) {
-    if (text[i] == '\n' || (text[i] == '\r' && (i + 1 >= text.size() || text[i + 1] != '\n'))) {
-      ++line;
-    }
-  }
-  return line;
-}
 
 // Calls the busy-cursor hook around one Execute, also when it throws.
 class BusyCursorScope {
@@ -43,189 +28,60 @@ class BusyCursorScope {
   const TBusyCursorHook& hook_;
 };
 
-// One processing of one text: the directive loop with its current block, reading position and
-// markers-used flag. Parts of outermost blocks are processed by nested passes over views of the
-// same `whole` text, which lets errors name the line in it.
-class TextPass {
- public:
-  TextPass(BlockList& blocks, TDefines& defines, std::string_view whole, std::string_view text,
-           int depth)
-      : blocks_(blocks),
-        defines_(defines),
-        whole_(whole),
-        text_(text),
-        depth_(depth),
-        scanner_(text) {}
-
-  // Appends the processed text to `out`; true when an outermost "dd" block left its markers.
-  bool Run(std::string& out);
-
- private:
-  void OnDefine(const TNextDirResult& dir);
-  void OnIf(TNextDirResult& dir);
-  void OnElse(const TNextDirResult& dir);
-  void OnEndif(const TNextDirResult& dir);
-  void Resolve(const TDirBlock& block);
-  void ProcessPart(std::int64_t after_close, std::int64_t before_start, std::string& out);
-  void AppendUpTo(std::int64_t last_pos);
-  void RemoveBlock(const TDirBlock* block);
-  std::int64_t LineOf(std::int64_t pos) const;
-
-  BlockList& blocks_;
-  TDefines& defines_;
-  std::string_view whole_;
-  std::string_view text_;
-  int depth_;
-  TDirScanner scanner_;
-  std::string* out_ = nullptr;
-  TDirBlock* current_ = nullptr;
-  std::int64_t pos_ = 1;
-  bool markers_used_ = false;
-};
-
-bool TextPass::Run(std::string& out) {
-  out_ = &out;
-  if (text_.empty()) return false;
-  for (;;) {
-    TNextDirResult dir = scanner_.Next(pos_);
-    switch (dir.Kind) {
-      case TDirKind::None:
-        out.append(text_.substr(static_cast<std::size_t>(pos_ - 1)));
-        return markers_used_;
-      case TDirKind::Define:
-      case TDirKind::Undef:
-        OnDefine(dir);
-        break;
-      case TDirKind::Ifdef:
-      case TDirKind::Ifndef:
-        OnIf(dir);
-        break;
-      case TDirKind::Else:
-        OnElse(dir);
-        break;
-      case TDirKind::Endif:
-        OnEndif(dir);
-        break;
-    }
-    pos_ = dir.NextPos;
-  }
-}
-
-// Appends the characters from the reading position through `last_pos`.
-void TextPass::AppendUpTo(std::int64_t last_pos) {
-  if (last_pos < pos_) return;
-  out_->append(text_.substr(static_cast<std::size_t>(pos_ - 1),
-                            static_cast<std::size_t>(last_pos - pos_ + 1)));
-}
-
-// DEFINE and UNDEF act wherever they stand, excluded branches included; only names already in the
-// table change.
-void TextPass::OnDefine(const TNextDirResult& dir) {
-  defines_.SetExisting(dir.Name, dir.Kind == TDirKind::Define ? "1" : "0");
-  if (!current_) AppendUpTo(dir.NextPos - 1);
-}
-
-void TextPass::OnIf(TNextDirResult& dir) {
+// The record of a block never closed, as it stood when the text ended.
+std::unique_ptr<TDirBlock> OpenBlockRecord(std::string_view text, const TDirectiveList& list,
+                                           const TDefines& defines, const TListedBlock& listed,
+                                           TDirBlock* parent) {
+  const TListedDirective& if_dir = list.Directives[listed.If];
+  const TDirSpan span = SpanOf(if_dir, text);
   auto block = std::make_unique<TDirBlock>();
-  block->Kind = dir.Kind;
-  block->Name = std::move(dir.Name);
-  block->Parent = current_;
-  block->Level = current_ ? current_->Level + 1 : 1;
-  if (block->Name == "ddTrue") {
-    block->Cond = true;
-  } else {
-    block->Cond = defines_.Value(block->Name) == (dir.Kind == TDirKind::Ifdef ? "1" : "0");
+  block->Kind = if_dir.Kind;
+  block->Name = span.Name(text);
+  block->IfText = span.Text(text);
+  block->IfStart = static_cast<std::int64_t>(if_dir.Start) + 1;
+  block->IfClose = static_cast<std::int64_t>(if_dir.End);
+  if (listed.Else != kNoIndex) {
+    const TDirSpan else_span = SpanOf(list.Directives[listed.Else], text);
+    block->ElseText = else_span.Text(text);
+    block->ElseStart = static_cast<std::int64_t>(else_span.Start) + 1;
+    block->ElseClose = static_cast<std::int64_t>(else_span.End());
   }
-  block->IsDd = block->Name.starts_with("dd");
-  block->IfStart = dir.StartPos;
-  block->IfClose = dir.NextPos - 1;
-  block->IfText = std::move(dir.Text);
-  if (block->Level == 1) AppendUpTo(dir.StartPos - 1);
-  current_ = block.get();
-  blocks_.push_back(std::move(block));
+  block->Level = static_cast<std::int64_t>(listed.Depth);
+  block->Parent = parent;
+  block->IsDd = listed.IsDd;
+  block->Cond = ConditionInOrder(list, defines, listed);
+  return block;
 }
 
-void TextPass::OnElse(const TNextDirResult& dir) {
-  if (!current_) {
-    const std::string_view written =
-        text_.substr(static_cast<std::size_t>(dir.StartPos - 1),
-                     static_cast<std::size_t>(dir.NextPos - dir.StartPos));
-    throw TPreprocessorError(
-        LineOf(dir.StartPos),
-        "\"" + std::string(written) + "\" has no open {$IFDEF} or {$IFNDEF} block");
+// A constant set anywhere in the text, excluded parts included, ends with its last setting.
+void ApplySettings(const TDirectiveList& list, TDefines& defines) {
+  for (std::size_t entry = 0; entry < list.SettersOf.size(); ++entry) {
+    if (list.SettersOf[entry].empty()) continue;
+    defines.SetValueAt(entry, ValueBefore(list, defines, entry, list.Directives.size()));
   }
-  current_->ElseStart = dir.StartPos;
-  current_->ElseClose = dir.NextPos - 1;
-  current_->ElseText = dir.Text;
-}
-
-// A stray ENDIF is dropped together with the text read since the previous directive.
-void TextPass::OnEndif(const TNextDirResult& dir) {
-  if (!current_) return;
-  TDirBlock* block = current_;
-  // Resolving recurses once per level of closed blocks; blocks left open cost nothing.
-  if (depth_ + block->Level > kMaxNesting) {
-    throw TPreprocessorError(LineOf(block->IfStart), "blocks are nested deeper than " +
-                                                         std::to_string(kMaxNesting) + " levels");
-  }
-  block->EndifStart = dir.StartPos;
-  block->EndifClose = dir.NextPos - 1;
-  block->EndifText = dir.Text;
-  if (block->Level == 1) Resolve(*block);
-  current_ = block->Parent;
-  RemoveBlock(block);
-}
-
-// Appends what an outermost block leaves in the output; its parts are processed with the constants
-// as they stand now.
-void TextPass::Resolve(const TDirBlock& block) {
-  const bool has_else = block.ElseStart != 0;
-  const std::int64_t then_end = has_else ? block.ElseStart : block.EndifStart;
-  if (!block.IsDd) {
-    *out_ += block.IfText;
-    ProcessPart(block.IfClose, then_end, *out_);
-    *out_ += block.ElseText;
-    if (has_else) ProcessPart(block.ElseClose, block.EndifStart, *out_);
-    *out_ += block.EndifText;
-    return;
-  }
-  // The branch not taken is processed too: its DEFINEs and its errors count.
-  std::string dropped;
-  markers_used_ = true;
-  *out_ += kMarkerA;
-  ProcessPart(block.IfClose, then_end, block.Cond ? *out_ : dropped);
-  if (has_else) ProcessPart(block.ElseClose, block.EndifStart, block.Cond ? dropped : *out_);
-  *out_ += kMarkerB;
-}
-
-// Processes the text strictly between position `after_close` and position `before_start` into
-// `out`.
-void TextPass::ProcessPart(std::int64_t after_close, std::int64_t before_start, std::string& out) {
-  const std::int64_t length = std::max<std::int64_t>(0, before_start - 1 - after_close);
-  const std::string_view part =
-      text_.substr(static_cast<std::size_t>(after_close), static_cast<std::size_t>(length));
-  TextPass(blocks_, defines_, whole_, part, depth_ + 1).Run(out);
-}
-
-void TextPass::RemoveBlock(const TDirBlock* block) {
-  const auto found = std::find_if(blocks_.rbegin(), blocks_.rend(),
-                                  [block](const auto& item) { return item.get() == block; });
-  if (found != blocks_.rend()) blocks_.erase(std::next(found).base());
-}
-
-std::int64_t TextPass::LineOf(std::int64_t pos) const {
-  const std::size_t offset =
-      static_cast<std::size_t>(text_.data() - whole_.data()) + static_cast<std::size_t>(pos - 1);
-  return LineAt(whole_, offset);
 }
 
 }  // namespace
 
-TPreprocessorError::TPreprocessorError(std::int64_t line, const std::string& message)
-    : std::runtime_error("line " + std::to_string(line) + ": " + message), line_(line) {}
-
 TqrxModelProcessor::TqrxModelProcessor(TBusyCursorHook busy_cursor)
-    : busy_cursor_(std::move(busy_cursor)) {}
+    : busy_cursor_(std::move(busy_cursor)), directives_(std::make_unique<TDirectiveList>()) {}
+
+TqrxModelProcessor::~TqrxModelProcessor() = default;
+
+bool TqrxModelProcessor::Resolve(std::string_view text, TDefines& defines, std::string& out) {
+  if (text.empty()) return false;
+  TDirectiveList& list = *directives_;
+  ListDirectives(text, defines, list);
+  DecideConditions(list, defines);
+  const bool markers_used = AppendResolvedText(text, list, out);
+  TDirBlock* parent = nullptr;
+  for (const std::size_t open : list.LeftOpen) {
+    Blocks.push_back(OpenBlockRecord(text, list, defines, list.Blocks[open], parent));
+    parent = Blocks.back().get();
+  }
+  ApplySettings(list, defines);
+  return markers_used;
+}
 
 std::string TqrxModelProcessor::Execute() {
   platform::ScopedRoutine routine("TSaW_ModelProcessor.TqrxModelProcessor.Execute");
@@ -237,7 +93,7 @@ std::string TqrxModelProcessor::Execute() {
   BusyCursorScope busy(busy_cursor_);
   // Same lines as splitting ProcessText(joined_, Defines, true), without joining them first.
   processed_.clear();
-  const bool markers_used = TextPass(Blocks, Defines, joined_, joined_, 0).Run(processed_);
+  const bool markers_used = Resolve(joined_, Defines, processed_);
   Output = markers_used ? CleanUpMarkers(processed_) : SplitLines(processed_);
   return {};
 }
@@ -245,11 +101,10 @@ std::string TqrxModelProcessor::Execute() {
 std::string TqrxModelProcessor::ProcessText(std::string_view InputText, TDefines& Defines,
                                             bool RemoveMarkers) {
   platform::ScopedRoutine routine("TSaW_ModelProcessor.TqrxModelProcessor.ProcessText");
-  std::string out;
-  out.reserve(InputText.size());
-  const bool markers_used = TextPass(Blocks, Defines, InputText, InputText, 0).Run(out);
-  if (RemoveMarkers && markers_used && !out.empty()) return CleanUpMarkersToText(out);
-  return out;
+  processed_.clear();
+  const bool markers_used = Resolve(InputText, Defines, processed_);
+  if (RemoveMarkers && markers_used && !processed_.empty()) return CleanUpMarkersToText(processed_);
+  return processed_;
 }
 
 }  // namespace tsaw

@@ -6,26 +6,17 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "preprocessor/defines.h"
 #include "preprocessor/directive_scanner.h"
+#include "preprocessor/preprocessor_error.h"
 
 namespace tsaw {
 
-// Raised when a text cannot be processed: an {$ELSE} with no open block, or blocks nested deeper
-// than the processor follows. The message names the line (counted in the text being processed).
-class TPreprocessorError : public std::runtime_error {
- public:
-  TPreprocessorError(std::int64_t line, const std::string& message);
-  std::int64_t Line() const { return line_; }
-
- private:
-  std::int64_t line_;
-};
+struct TDirectiveList;
 
 // One open {$IFDEF}/{$IFNDEF} block. Positions are 1-based; the *Close fields hold the position of
 // each directive's "}". ElseStart 0 means no {$ELSE} was seen.
@@ -51,6 +42,7 @@ using TBusyCursorHook = std::function<void(bool busy)>;
 class TqrxModelProcessor {
  public:
   explicit TqrxModelProcessor(TBusyCursorHook busy_cursor = {});
+  ~TqrxModelProcessor();
 
   // Processes Input (its lines joined with CR LF) into Output. Returns "" on success, or
   // "Property "Input" cannot be empty." when Input has no lines (Output then stays empty). Adds
@@ -69,10 +61,15 @@ class TqrxModelProcessor {
   std::vector<std::string> Output;
 
  private:
+  // Appends `text` with its blocks resolved to `out`; true when an outermost "dd" block left its
+  // markers. Blocks left open join Blocks.
+  bool Resolve(std::string_view text, TDefines& defines, std::string& out);
+
   TBusyCursorHook busy_cursor_;
   // Kept between calls so that a run over many files reuses their memory.
   std::string joined_;
   std::string processed_;
+  std::unique_ptr<TDirectiveList> directives_;
 };
 
 }  // namespace tsaw

@@ -154,23 +154,62 @@ TEST(ModelProcessorTest, RejectsElseWithoutOpenBlockNamingTheLine) {
   }
 }
 
-TEST(ModelProcessorTest, FollowsNestingUpTo256Levels) {
-  auto nested = [](int levels) {
+TEST(ModelProcessorTest, FollowsNestingUpTo4096LevelsAndRefusesDeeperWhereItBegins) {
+  auto nested = [](int levels, bool closed) {
     std::string text = "a\n";
     for (int i = 0; i < levels; ++i) text += "{$IFDEF ddTrue}";
     text += "x";
-    for (int i = 0; i < levels; ++i) text += "{$ENDIF}";
+    for (int i = 0; closed && i < levels; ++i) text += "{$ENDIF}";
     return text;
   };
   TqrxModelProcessor processor;
   TDefines defines;
-  EXPECT_EQ(processor.ProcessText(nested(256), defines, true), "a\r\nx\r\n");
+  EXPECT_EQ(processor.ProcessText(nested(4096, true), defines, true), "a\r\nx\r\n");
+  for (const bool closed : {true, false}) {
+    try {
+      processor.ProcessText(nested(4097, closed), defines, true);
+      ADD_FAILURE() << "no error, closed " << closed;
+    } catch (const TPreprocessorError& error) {
+      EXPECT_STREQ(error.what(), "line 2: blocks are nested deeper than 4096 levels") << closed;
+    }
+  }
+}
+
+// An outermost block is read through before its parts are resolved, so a constant set late in a
+// block already counts for the blocks before it; inside the parts, settings count in order.
+TEST(ModelProcessorTest, ConstantsSetInsideABlockCountAsTheBlockIsResolved) {
+  const TextCase cases[] = {
+      {"set after a nested block, in the same outer block",
+       "{$IFDEF ddOn}{$IFDEF ddLate}a{$ENDIF}{$DEFINE ddLate}{$ENDIF}", "a{$DEFINE ddLate}\r\n"},
+      {"set after the outer block counts only later",
+       "{$IFDEF ddOn}{$IFDEF ddLate}a{$ENDIF}{$ENDIF}{$DEFINE ddLate}", "{$DEFINE ddLate}\r\n"},
+      {"set earlier in the same part wins over the rest of the block",
+       "{$IFDEF ddOn}{$UNDEF ddLate}{$IFNDEF ddLate}a{$ENDIF}{$DEFINE ddLate}{$ENDIF}",
+       "{$UNDEF ddLate}a{$DEFINE ddLate}\r\n"},
+      {"the else part sees what the then part set",
+       "{$IFDEF ddOff}{$UNDEF ddOn}{$ELSE}{$IFDEF ddOn}a{$ELSE}b{$ENDIF}{$DEFINE ddOn}{$ENDIF}",
+       "b{$DEFINE ddOn}\r\n"},
+  };
+  for (const TextCase& c : cases) {
+    TqrxModelProcessor processor;
+    TDefines defines = Table({{"ddOn", "1"}, {"ddOff", "0"}, {"ddLate", "0"}});
+    EXPECT_EQ(processor.ProcessText(c.input, defines, true), c.expected) << c.name;
+  }
+}
+
+TEST(ModelProcessorTest, NamesTheFirstSecondElseOfAnyBlockOnceItsOutermostBlockCloses) {
+  TqrxModelProcessor processor;
+  TDefines defines;
+  const std::string nested_second_else =
+      "{$IFDEF a}\n{$IFDEF b}\n{$ELSE}\n{$else}\n{$ENDIF}\n{$ELSE}\n{$ELSE}\n{$ENDIF}";
   try {
-    processor.ProcessText(nested(257), defines, true);
+    processor.ProcessText(nested_second_else, defines, true);
     ADD_FAILURE() << "no error";
   } catch (const TPreprocessorError& error) {
-    EXPECT_STREQ(error.what(), "line 2: blocks are nested deeper than 256 levels");
+    EXPECT_STREQ(error.what(), "line 3: \"{$ELSE}\" has no open {$IFDEF} or {$IFNDEF} block");
   }
+  // Never closed, the block is never resolved: no error.
+  EXPECT_EQ(processor.ProcessText("{$IFDEF a}{$ELSE}{$ELSE}z", defines, true), "z");
 }
 
 TEST(ModelProcessorTest, KeepsBlocksLeftOpenAndStartsEachTextAfresh) {

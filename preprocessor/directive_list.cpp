@@ -1,0 +1,153 @@
+#include "preprocessor/directive_list.h"
+
+#include <algorithm>
+#include <string>
+#include <unordered_map>
+
+#include "preprocessor/preprocessor_error.h"
+
+namespace tsaw {
+namespace {
+
+TPreprocessorError NoOpenBlock(std::string_view text, const TListedDirective& dir) {
+  const std::string_view written = text.substr(dir.Start, dir.End - dir.Start);
+  return TPreprocessorError(
+      LineAt(text, dir.Start),
+      "\"" + std::string(written) + "\" has no open {$IFDEF} or {$IFNDEF} block");
+}
+
+// Matches blocks while the directives are listed.
+class Lister {
+ public:
+  Lister(std::string_view text, const TDefines& defines, TDirectiveList& list)
+      : text_(text), defines_(defines), list_(list) {
+    list_.Directives.clear();
+    list_.Blocks.clear();
+    list_.LeftOpen.clear();
+    list_.SettersOf.resize(defines.Entries().size());
+    for (std::vector<std::size_t>& setters : list_.SettersOf) setters.clear();
+  }
+
+  void Run() {
+    TDirScanner scanner(text_);
+    for (TDirSpan span = scanner.NextSpan(0); span.Kind != TDirKind::None;
+         span = scanner.NextSpan(span.End())) {
+      TListedDirective dir{span.Kind, span.Start, span.End(), kNoIndex};
+      switch (span.Kind) {
+        case TDirKind::Define:
+        case TDirKind::Undef:
+          dir.Ref = OnSetter(span.Name(text_));
+          break;
+        case TDirKind::Ifdef:
+        case TDirKind::Ifndef:
+          dir.Ref = OnIf(span);
+          break;
+        case TDirKind::Else:
+          dir.Ref = OnElse(dir);
+          break;
+        case TDirKind::Endif:
+          dir.Ref = OnEndif();
+          break;
+        case TDirKind::None:
+          break;
+      }
+      list_.Directives.push_back(dir);
+    }
+    list_.LeftOpen = open_;
+  }
+
+ private:
+  std::size_t Index() const { return list_.Directives.size(); }
+
+  // The constant `name` looks up, or kNoIndex. A run's table holds many constants and a text
+  // repeats few names, so each name as written is looked up once.
+  std::size_t EntryOf(std::string_view name) {
+    const auto [known, added] = entries_.try_emplace(name, kNoIndex);
+    if (added) {
+      const std::size_t entry = defines_.IndexOf(name);
+      if (entry < defines_.Entries().size()) known->second = entry;
+    }
+    return known->second;
+  }
+
+  std::size_t OnSetter(std::string_view name) {
+    const std::size_t entry = EntryOf(name);
+    if (entry == kNoIndex) return kNoIndex;
+    list_.SettersOf[entry].push_back(Index());
+    return entry;
+  }
+
+  std::size_t OnIf(const TDirSpan& span) {
+    if (open_.size() >= kMaxNesting) {
+      throw TPreprocessorError(
+          LineAt(text_, span.Start),
+          "blocks are nested deeper than " + std::to_string(kMaxNesting) + " levels");
+    }
+    const std::string_view name = span.Name(text_);
+    TListedBlock block;
+    block.If = Index();
+    block.Depth = open_.size() + 1;
+    block.IsDd = name.starts_with("dd");
+    block.IsDdTrue = name == "ddTrue";
+    block.Entry = EntryOf(name);
+    list_.Blocks.push_back(block);
+    open_.push_back(list_.Blocks.size() - 1);
+    return open_.back();
+  }
+
+  // A second ELSE makes the first one part of the block's then part, where the resolution meets
+  // it with no block open; that happens when the outermost block closes.
+  std::size_t OnElse(const TListedDirective& dir) {
+    if (open_.empty()) throw NoOpenBlock(text_, dir);
+    TListedBlock& block = list_.Blocks[open_.back()];
+    if (block.Else != kNoIndex) first_extra_else_ = std::min(first_extra_else_, block.Else);
+    block.Else = Index();
+    return open_.back();
+  }
+
+  std::size_t OnEndif() {
+    if (open_.empty()) return kNoIndex;
+    const std::size_t closed = open_.back();
+    list_.Blocks[closed].Endif = Index();
+    open_.pop_back();
+    if (open_.empty() && first_extra_else_ != kNoIndex) {
+      throw NoOpenBlock(text_, list_.Directives[first_extra_else_]);
+    }
+    return closed;
+  }
+
+  std::string_view text_;
+  const TDefines& defines_;
+  TDirectiveList& list_;
+  std::vector<std::size_t> open_;
+  std::unordered_map<std::string_view, std::size_t> entries_;
+  std::size_t first_extra_else_ = kNoIndex;
+};
+
+}  // namespace
+
+void ListDirectives(std::string_view text, const TDefines& defines, TDirectiveList& list) {
+  Lister(text, defines, list).Run();
+}
+
+TDirSpan SpanOf(const TListedDirective& dir, std::string_view text) {
+  TDirSpan span;
+  span.Kind = dir.Kind;
+  span.Start = dir.Start;
+  span.KeywordEnd = dir.Start + 2 + KeywordOf(dir.Kind).size();
+  // Without its "}" a directive ends just after its keyword, whose last byte is a letter.
+  if (text[dir.End - 1] == '}') span.Close = dir.End - 1;
+  return span;
+}
+
+std::int64_t LineAt(std::string_view text, std::size_t offset) {
+  std::int64_t line = 1;
+  for (std::size_t i = 0; i < offset && i < text.size(); ++i) {
+    if (text[i] == '\n' || (text[i] == '\r' && (i + 1 >= text.size() || text[i + 1] != '\n'))) {
+      ++line;
+    }
+  }
+  return line;
+}
+
+}  // namespace tsaw
