@@ -4,6 +4,7 @@
 
 #include "platform/find_bytes.h"
 #include "platform/runtime_text.h"
+#include "preprocessor/directive_list.h"
 #include "preprocessor/marker_cleanup.h"
 
 namespace tsaw::reference {
@@ -13,17 +14,6 @@ using platform::SplitLineViews;
 using platform::Trim;
 
 using BlockList = std::vector<std::unique_ptr<TDirBlock>>;
-
-// 1-based number of the line holding byte `offset` of `text` (CR, LF and CR LF end a line).
-std::int64_t LineAt(std::string_view text, std::size_t offset) {
-  std::int64_t line = 1;
-  for (std::size_t i = 0; i < offset && i < text.size(); ++i) {
-    if (text[i] == '\n' || (text[i] == '\r' && (i + 1 >= text.size() || text[i + 1] != '\n'))) {
-      ++line;
-    }
-  }
-  return line;
-}
 
 // One processing of one text: the directive loop with its current block, reading position and
 // markers-used flag. Parts of outermost blocks are processed by nested passes over views of the
