@@ -6,7 +6,7 @@ namespace tsaw {
 namespace {
 
 // The last of the sorted `setters` below `index`, or kNoIndex.
-std::size_t LastBefore(const std::vector<std::size_t>& setters, std::size_t index) {
+std::size_t LastBefore(const std::vector<std::uint32_t>& setters, std::size_t index) {
   const auto found = std::lower_bound(setters.begin(), setters.end(), index);
   return found == setters.begin() ? kNoIndex : *std::prev(found);
 }
@@ -27,7 +27,7 @@ class ConditionFinder {
   ConditionFinder(TDirectiveList& list, const TDefines& defines) : list_(list), defines_(defines) {}
 
   void Run() {
-    std::vector<std::size_t> open;  // the blocks around the current directive, outermost first
+    std::vector<std::uint32_t> open;  // the blocks around the current directive, outermost first
     for (const TListedDirective& dir : list_.Directives) {
       if (dir.Kind == TDirKind::Endif && dir.Ref != kNoIndex) open.pop_back();
       if (dir.Kind != TDirKind::Ifdef && dir.Kind != TDirKind::Ifndef) continue;
@@ -41,7 +41,7 @@ class ConditionFinder {
 
  private:
   bool Decide(const TListedBlock& block, TDirKind kind,
-              const std::vector<std::size_t>& open) const {
+              const std::vector<std::uint32_t>& open) const {
     if (block.IsDdTrue) return true;
     if (block.Entry == kNoIndex) return false;
     return Holds(kind, Seen(block.Entry, block.If, open));
@@ -49,8 +49,8 @@ class ConditionFinder {
 
   // The value of constant `entry` as the block whose IF is directive `at` sees it.
   std::string_view Seen(std::size_t entry, std::size_t at,
-                        const std::vector<std::size_t>& open) const {
-    const std::vector<std::size_t>& setters = list_.SettersOf[entry];
+                        const std::vector<std::uint32_t>& open) const {
+    const std::vector<std::uint32_t>& setters = list_.SettersOf[entry];
     const auto next = std::lower_bound(setters.begin(), setters.end(), at);
     const std::size_t before = next == setters.begin() ? kNoIndex : *std::prev(next);
     const std::size_t after = next == setters.end() ? kNoIndex : *next;
@@ -70,18 +70,18 @@ class ConditionFinder {
 
   // Position in `open` of the innermost block holding directive `before` or `after`, or kNoIndex.
   // Going inwards the blocks open later and close earlier.
-  std::size_t InnermostHolding(const std::vector<std::size_t>& open, std::size_t before,
+  std::size_t InnermostHolding(const std::vector<std::uint32_t>& open, std::size_t before,
                                std::size_t after) const {
     std::size_t holding = 0;
     if (before != kNoIndex) {
       holding = static_cast<std::size_t>(
           std::partition_point(open.begin(), open.end(),
-                               [&](std::size_t b) { return list_.Blocks[b].If < before; }) -
+                               [&](std::uint32_t b) { return list_.Blocks[b].If < before; }) -
           open.begin());
     }
     if (after != kNoIndex) {
       const auto outside = std::partition_point(
-          open.begin(), open.end(), [&](std::size_t b) { return list_.Blocks[b].Endif > after; });
+          open.begin(), open.end(), [&](std::uint32_t b) { return list_.Blocks[b].Endif > after; });
       holding = std::max(holding, static_cast<std::size_t>(outside - open.begin()));
     }
     return holding == 0 ? kNoIndex : holding - 1;

@@ -70,7 +70,7 @@ class OutputWalk {
     }
   }
 
-  void Enter(std::size_t block, std::size_t after) {
+  void Enter(std::uint32_t block, std::size_t after) {
     open_.push_back(block);
     ResumeAfter(after);
   }
@@ -114,10 +114,10 @@ class OutputWalk {
   const std::vector<TListedDirective>& dirs_;
   const std::vector<TListedBlock>& blocks_;
   std::string& out_;
-  std::vector<std::size_t> open_;  // the blocks whose parts are being written
-  std::size_t next_ = 0;           // the next directive to look at
-  std::size_t copied_ = 0;         // the text before this offset is written or dropped
-  bool markers_used_ = false;      // an outermost "dd" block was resolved
+  std::vector<std::uint32_t> open_;  // the blocks whose parts are being written
+  std::size_t next_ = 0;             // the next directive to look at
+  std::size_t copied_ = 0;           // the text before this offset is written or dropped
+  bool markers_used_ = false;        // an outermost "dd" block was resolved
 };
 
 }  // namespace

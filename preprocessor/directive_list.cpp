@@ -25,14 +25,16 @@ class Lister {
     list_.Blocks.clear();
     list_.LeftOpen.clear();
     list_.SettersOf.resize(defines.Entries().size());
-    for (std::vector<std::size_t>& setters : list_.SettersOf) setters.clear();
+    for (std::vector<std::uint32_t>& setters : list_.SettersOf) setters.clear();
   }
 
   void Run() {
+    if (text_.size() >= kNoIndex) throw TPreprocessorError(1, "the text is 4 GB or larger");
     TDirScanner scanner(text_);
     for (TDirSpan span = scanner.NextSpan(0); span.Kind != TDirKind::None;
          span = scanner.NextSpan(span.End())) {
-      TListedDirective dir{span.Kind, span.Start, span.End(), kNoIndex};
+      TListedDirective dir{span.Kind, static_cast<std::uint32_t>(span.Start),
+                           static_cast<std::uint32_t>(span.End()), kNoIndex};
       switch (span.Kind) {
         case TDirKind::Define:
         case TDirKind::Undef:
@@ -57,27 +59,27 @@ class Lister {
   }
 
  private:
-  std::size_t Index() const { return list_.Directives.size(); }
+  std::uint32_t Index() const { return static_cast<std::uint32_t>(list_.Directives.size()); }
 
   // The constant `name` looks up, or kNoIndex. A run's table holds many constants and a text
   // repeats few names, so each name as written is looked up once.
-  std::size_t EntryOf(std::string_view name) {
+  std::uint32_t EntryOf(std::string_view name) {
     const auto [known, added] = entries_.try_emplace(name, kNoIndex);
     if (added) {
       const std::size_t entry = defines_.IndexOf(name);
-      if (entry < defines_.Entries().size()) known->second = entry;
+      if (entry < defines_.Entries().size()) known->second = static_cast<std::uint32_t>(entry);
     }
     return known->second;
   }
 
-  std::size_t OnSetter(std::string_view name) {
-    const std::size_t entry = EntryOf(name);
+  std::uint32_t OnSetter(std::string_view name) {
+    const std::uint32_t entry = EntryOf(name);
     if (entry == kNoIndex) return kNoIndex;
     list_.SettersOf[entry].push_back(Index());
     return entry;
   }
 
-  std::size_t OnIf(const TDirSpan& span) {
+  std::uint32_t OnIf(const TDirSpan& span) {
     if (open_.size() >= kMaxNesting) {
       throw TPreprocessorError(
           LineAt(text_, span.Start),
@@ -86,18 +88,18 @@ class Lister {
     const std::string_view name = span.Name(text_);
     TListedBlock block;
     block.If = Index();
-    block.Depth = open_.size() + 1;
+    block.Depth = static_cast<std::uint32_t>(open_.size() + 1);
     block.IsDd = name.starts_with("dd");
     block.IsDdTrue = name == "ddTrue";
     block.Entry = EntryOf(name);
     list_.Blocks.push_back(block);
-    open_.push_back(list_.Blocks.size() - 1);
+    open_.push_back(static_cast<std::uint32_t>(list_.Blocks.size() - 1));
     return open_.back();
   }
 
   // A second ELSE makes the first one part of the block's then part, where the resolution meets
   // it with no block open; that happens when the outermost block closes.
-  std::size_t OnElse(const TListedDirective& dir) {
+  std::uint32_t OnElse(const TListedDirective& dir) {
     if (open_.empty()) throw NoOpenBlock(text_, dir);
     TListedBlock& block = list_.Blocks[open_.back()];
     if (block.Else != kNoIndex) first_extra_else_ = std::min(first_extra_else_, block.Else);
@@ -105,9 +107,9 @@ class Lister {
     return open_.back();
   }
 
-  std::size_t OnEndif() {
+  std::uint32_t OnEndif() {
     if (open_.empty()) return kNoIndex;
-    const std::size_t closed = open_.back();
+    const std::uint32_t closed = open_.back();
     list_.Blocks[closed].Endif = Index();
     open_.pop_back();
     if (open_.empty() && first_extra_else_ != kNoIndex) {
@@ -119,9 +121,9 @@ class Lister {
   std::string_view text_;
   const TDefines& defines_;
   TDirectiveList& list_;
-  std::vector<std::size_t> open_;
-  std::unordered_map<std::string_view, std::size_t> entries_;
-  std::size_t first_extra_else_ = kNoIndex;
+  std::vector<std::uint32_t> open_;
+  std::unordered_map<std::string_view, std::uint32_t> entries_;
+  std::uint32_t first_extra_else_ = kNoIndex;
 };
 
 }  // namespace
