@@ -5,6 +5,7 @@
 
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -17,7 +18,7 @@
 #include "app/run_signals.h"
 #include "creation/creation_run.h"
 #include "creation/report.h"
-#include "generations/record.h"
+#include "generations/creation_recorder.h"
 #include "jobs/job_writer.h"
 #include "model/format.h"
 #include "pages/validate_all.h"
@@ -185,16 +186,18 @@ int Create(const CreateOptions& options, const GlobalOptions& global, CreateRepo
   auto trash = platform::MakeUserTrash();
   auto dci = creation::MakeDciGeneratorFromEnvironment();
   TerminalProgress progress(isatty(STDERR_FILENO) == 1, options);
+  std::optional<generations::TCreationRecorder> recorder;
   creation::TCreationRun run(wizard, CreationServices(*session, *trash, *dci), progress);
   progress.Attach(&run);
+  if (!options.dry_run && !options.no_record) run.TellWrittenFiles(&recorder.emplace(wizard));
   creation::TRunOutcome outcome;
   {
     const ScopedRunSignals signals;
     outcome = run.Start(options.dry_run);
   }
   progress.Done();
-  if (outcome == creation::TRunOutcome::Finished && !options.dry_run && !options.no_record) {
-    if (std::string error = generations::RecordCreation(wizard, run.ProjectSetFolder()); !error.empty()) {
+  if (outcome == creation::TRunOutcome::Finished && recorder) {
+    if (std::string error = recorder->Finish(); !error.empty()) {
       std::cerr << "tsaw: create: warning: this creation was not recorded, so `tsaw update` cannot use it: " << error
                 << "\n";
     }

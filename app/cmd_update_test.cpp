@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <map>
 
+#include "generations/store.h"
 #include "testing/run_program.h"
 #include "testing/temp_dir.h"
 
@@ -247,6 +248,17 @@ TEST_F(UpdateCommandTest, RefusesWithoutARecordedGenerationAndChangesNothing) {
                          "`tsaw create` (the folder goes to the trash); later updates keep your edits\n");
   EXPECT_EQ(Tree(), before);
   EXPECT_FALSE(fs::exists(dir_.path() / "out/.Rocket.tsaw-update"));
+}
+
+TEST_F(UpdateCommandTest, ACreationThatCannotBeRecordedWarnsAndStillSucceeds) {
+  dir_.Write("state/tsaw", "a file where the stores' folder belongs");
+  const ProgramRun run = Tsaw("create", {});
+  EXPECT_EQ(run.exit_status, 0);
+  EXPECT_EQ(run.err, "tsaw: create: warning: this creation was not recorded, so `tsaw update` cannot use it: "
+                     "the generation store '" +
+                         generations::TGenerationStore::FolderOf(dir_.path() / "state/tsaw", Set()).string() +
+                         "' cannot be opened\n");
+  EXPECT_EQ(SetFile("ReadMe.txt"), Lines("line", 10, "\r\n"));
 }
 
 TEST_F(UpdateCommandTest, RefusedAnswersTouchNothing) {

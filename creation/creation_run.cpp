@@ -81,6 +81,8 @@ void TCreationRun::Abort() {
 
 void TCreationRun::WriteInto(const fs::path& folder) { write_into_ = folder; }
 
+void TCreationRun::TellWrittenFiles(TWrittenFiles* listener) { run_->written = listener; }
+
 TRunOutcome TCreationRun::Start(bool dry_run) {
   platform::ScopedRoutine routine(kRoutine);
   TRunContext& run = *run_;

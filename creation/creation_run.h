@@ -11,6 +11,7 @@
 
 #include "creation/dci.h"
 #include "creation/run_observer.h"
+#include "creation/written_files.h"
 #include "model/startup.h"
 #include "model/wizard.h"
 #include "platform/trash.h"
@@ -59,6 +60,9 @@ class TCreationRun {
   // Makes later runs write the files into `folder` in place of the Project Set folder (an
   // update's staging folder); the checks and the variables still see the Project Set folder.
   void WriteInto(const std::filesystem::path& folder);
+  // Makes later runs tell `listener` of every file they write (null: nobody); it must outlive
+  // the runs it is told of.
+  void TellWrittenFiles(TWrittenFiles* listener);
 
   const std::vector<std::string>& ReportLines() const;
   const TCounters& Counters() const;

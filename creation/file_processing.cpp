@@ -42,7 +42,10 @@ TFileOutcome CopyPlain(TRunContext& run, const fs::path& source, const fs::path&
   run.Report("    Copying file '" + source.string() + "' to '" + dest.string() + "'...");
   if (run.dry_run) return Planned(run, dest);
   std::string error;
-  if (CopyFileBytes(source, dest, &error)) return TFileOutcome::Processed;
+  if (CopyFileBytes(source, dest, &error)) {
+    if (run.written) run.written->Copied(dest);
+    return TFileOutcome::Processed;
+  }
   return Fail(run, "Non-expandable file could not be copied.  Source: '" + source.string() +
                        "'  Destination: '" + dest.string() + "' (" + error + ")");
 }
@@ -108,10 +111,10 @@ TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path
   run.Report("      Saving file to destination folder...");
   if (run.dry_run) return Planned(run, dest);
   // UTF-8 text is written as it stands; only Windows-1252 needs encoding back.
-  const std::string encoded = file.Encoding == TTextEncoding::Utf8 ? std::string() : EncodeText(text, file.Encoding);
-  if (!WriteFileBytes(dest, file.Encoding == TTextEncoding::Utf8 ? text : encoded, &error)) {
-    return Fail(run, "      ERROR: File could not be saved: " + error);
-  }
+  std::string encoded = file.Encoding == TTextEncoding::Utf8 ? std::string() : EncodeText(text, file.Encoding);
+  std::string& saved = file.Encoding == TTextEncoding::Utf8 ? text : encoded;
+  if (!WriteFileBytes(dest, saved, &error)) return Fail(run, "      ERROR: File could not be saved: " + error);
+  if (run.written) run.written->Written(dest, std::move(saved));
   return TFileOutcome::Processed;
 }
 

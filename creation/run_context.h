@@ -10,6 +10,7 @@
 
 #include "creation/dci.h"
 #include "creation/run_observer.h"
+#include "creation/written_files.h"
 #include "model/expand.h"
 #include "model/wizard.h"
 #include "platform/trash.h"
@@ -28,6 +29,7 @@ struct TRunContext {
   std::unique_ptr<TqrxModelProcessor> processor;
   // The variable table made ready for the files' expansions, once the run writes.
   std::unique_ptr<TExpansionTable> expansion;
+  TWrittenFiles* written = nullptr;  // told of each file the processing pass writes, when set
 
   std::vector<std::string> report;
   std::string stop_reason;  // why the run stopped before finishing, for the command line

@@ -193,6 +193,7 @@ bool Process_Root(TRunContext& run) {
       run.moved_to_trash = run.project_set;
     }
     if (!CreateFolder(run, run.project_set)) return false;
+    if (run.written && !run.dry_run) run.written->Started(run.project_set);
   }
   run.ShowCounters();
   if (!run.Pump()) return false;

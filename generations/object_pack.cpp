@@ -4,15 +4,22 @@
 #include <zlib.h>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <memory>
 #include <stdexcept>
 
 namespace tsaw::generations {
 namespace {
+
+// Entries wait in memory until this many bytes are pending, then go to the temporary file.
+constexpr size_t kSpillBytes = size_t{1} << 20;
+// "PACK", the version and the number of entries.
+constexpr uint64_t kHeadBytes = 12;
 
 // One SHA-1 over several pieces.
 class Sha1 {
@@ -53,20 +60,40 @@ void AppendEntryHeader(std::string& out, git_object_t type, size_t size) {
   out += static_cast<char>(byte);
 }
 
-void AppendCompressed(std::string& out, std::string_view bytes, int level) {
+std::string BigEndian32(uint32_t value) {
+  return {static_cast<char>(value >> 24), static_cast<char>(value >> 16), static_cast<char>(value >> 8),
+          static_cast<char>(value)};
+}
+
+void AppendCompressed(std::string& out, std::string_view bytes) {
   uLongf length = compressBound(static_cast<uLong>(bytes.size()));
   const size_t at = out.size();
   out.resize(at + length);
   if (compress2(reinterpret_cast<Bytef*>(out.data() + at), &length, reinterpret_cast<const Bytef*>(bytes.data()),
-                static_cast<uLong>(bytes.size()), level) != Z_OK) {
+                static_cast<uLong>(bytes.size()), Z_BEST_SPEED) != Z_OK) {
     throw std::runtime_error("compressing an object failed");
   }
   out.resize(at + length);
 }
 
-std::string BigEndian32(uint32_t value) {
-  return {static_cast<char>(value >> 24), static_cast<char>(value >> 16), static_cast<char>(value >> 8),
-          static_cast<char>(value)};
+// A zlib stream holding `bytes` as they are, in stored blocks: what zlib makes at level 0, without
+// setting up (and clearing) a compressor for every object, which cost more than the copy.
+void AppendStored(std::string& out, std::string_view bytes) {
+  constexpr size_t kMostBlockBytes = 65535;
+  out += "\x78\x01";
+  size_t at = 0;
+  do {
+    const size_t size = std::min(bytes.size() - at, kMostBlockBytes);
+    const bool last = at + size == bytes.size();
+    const char header[5] = {static_cast<char>(last ? 1 : 0), static_cast<char>(size & 0xff),
+                            static_cast<char>(size >> 8), static_cast<char>(~size & 0xff),
+                            static_cast<char>((~size >> 8) & 0xff)};
+    out.append(header, sizeof header);
+    out.append(bytes.substr(at, size));
+    at += size;
+  } while (at < bytes.size());
+  out += BigEndian32(static_cast<uint32_t>(
+      adler32_z(adler32_z(0, nullptr, 0), reinterpret_cast<const Bytef*>(bytes.data()), bytes.size())));
 }
 
 std::string BigEndian64(uint64_t value) {
@@ -95,6 +122,32 @@ bool WriteFile(const std::filesystem::path& folder, const std::string& name,
   if (written) written = ::rename(temporary.c_str(), file.c_str()) == 0;
   if (!written) ::unlink(temporary.c_str());
   return written;
+}
+
+bool WriteAt(int fd, std::string_view bytes, uint64_t offset) {
+  while (!bytes.empty()) {
+    const ssize_t n = ::pwrite(fd, bytes.data(), bytes.size(), static_cast<off_t>(offset));
+    if (n < 0 && errno == EINTR) continue;
+    if (n <= 0) return false;
+    bytes.remove_prefix(static_cast<size_t>(n));
+    offset += static_cast<uint64_t>(n);
+  }
+  return true;
+}
+
+// The SHA-1 of the first `size` bytes of `fd`; false when they cannot be read.
+bool HashFile(int fd, uint64_t size, TObjectId& id) {
+  Sha1 sum;
+  std::string chunk(kSpillBytes, '\0');
+  for (uint64_t at = 0; at < size;) {
+    const ssize_t n = ::pread(fd, chunk.data(), std::min<uint64_t>(chunk.size(), size - at), static_cast<off_t>(at));
+    if (n < 0 && errno == EINTR) continue;
+    if (n <= 0) return false;
+    sum.Update(std::string_view(chunk.data(), static_cast<size_t>(n)));
+    at += static_cast<uint64_t>(n);
+  }
+  id = sum.Final();
+  return true;
 }
 
 }  // namespace
@@ -134,7 +187,24 @@ TObjectId FromGitOid(const git_oid& oid) {
   return id;
 }
 
-TObjectPack::TObjectPack(git_odb* odb, TMode mode) : odb_(odb), mode_(mode) {}
+TObjectPack::TObjectPack(git_odb* odb, std::filesystem::path pack_folder, TMode mode)
+    : odb_(odb), folder_(std::move(pack_folder)), mode_(mode) {}
+
+TObjectPack::~TObjectPack() { Reset(); }
+
+void TObjectPack::Reset() {
+  if (fd_ >= 0) {
+    ::close(fd_);
+    ::unlink(temporary_.c_str());
+  }
+  fd_ = -1;
+  failed_ = false;
+  temporary_.clear();
+  pending_.clear();
+  body_size_ = 0;
+  added_.clear();
+  entries_.clear();
+}
 
 TObjectId TObjectPack::Add(git_object_t type, std::string_view content) {
   const TObjectId id = HashObject(git_object_type2string(type), content);
@@ -142,24 +212,61 @@ TObjectId TObjectPack::Add(git_object_t type, std::string_view content) {
   const git_oid oid = ToGitOid(id);
   if (mode_ == kSkipStored && git_odb_exists(odb_, &oid)) return id;
   added_.insert(id);
-  const size_t at = body_.size();
-  AppendEntryHeader(body_, type, content.size());
+  const size_t at = pending_.size();
+  AppendEntryHeader(pending_, type, content.size());
   // A recording stores the contents as they are, which costs a copy; the repack that prunes the
   // store compresses them.
-  AppendCompressed(body_, content, mode_ == kSkipStored ? Z_NO_COMPRESSION : Z_BEST_SPEED);
-  const uint32_t crc = static_cast<uint32_t>(
-      crc32(0, reinterpret_cast<const Bytef*>(body_.data() + at), static_cast<uInt>(body_.size() - at)));
-  entries_.push_back({id, 12 + at, crc});
+  if (mode_ == kSkipStored) {
+    AppendStored(pending_, content);
+  } else {
+    AppendCompressed(pending_, content);
+  }
+  const size_t size = pending_.size() - at;
+  const uint32_t crc =
+      static_cast<uint32_t>(crc32(0, reinterpret_cast<const Bytef*>(pending_.data() + at), static_cast<uInt>(size)));
+  entries_.push_back({id, kHeadBytes + body_size_, crc});
+  body_size_ += size;
+  if (pending_.size() >= kSpillBytes) Spill();
   return id;
 }
 
-bool TObjectPack::Write(const std::filesystem::path& pack_folder, std::string& error) {
+// Appends the pending entries to the temporary file, making it first; after a failure they are
+// dropped, the batch being lost already.
+void TObjectPack::Spill() {
+  if (fd_ < 0 && !failed_) {
+    temporary_ = (folder_ / "tmp_pack_XXXXXX").string();
+    fd_ = ::mkostemp(temporary_.data(), O_CLOEXEC);
+    failed_ = fd_ < 0;
+  }
+  if (!failed_) failed_ = !WriteAt(fd_, pending_, kHeadBytes + body_size_ - pending_.size());
+  pending_.clear();
+}
+
+// Completes the temporary file and renames it to its final name: the head goes to its start and
+// the checksum of all of it to its end, read back because the head's count is known only now.
+bool TObjectPack::FinishPackFile(const std::string& head, TObjectId& trailer) {
+  const uint64_t size = kHeadBytes + body_size_;
+  if (!WriteAt(fd_, head, 0) || !HashFile(fd_, size, trailer)) return false;
+  const std::string_view trailer_bytes(reinterpret_cast<const char*>(trailer.data()), trailer.size());
+  if (!WriteAt(fd_, trailer_bytes, size) || ::fchmod(fd_, 0444) != 0) return false;
+  const bool closed = ::close(fd_) == 0;
+  fd_ = -1;
+  const std::filesystem::path file = folder_ / ("pack-" + ToHex(trailer) + ".pack");
+  if (closed && ::rename(temporary_.c_str(), file.c_str()) == 0) return true;
+  ::unlink(temporary_.c_str());
+  return false;
+}
+
+bool TObjectPack::Write(std::string& error) {
   if (entries_.empty()) return true;
+  Spill();
   const std::string head = "PACK" + BigEndian32(2) + BigEndian32(static_cast<uint32_t>(entries_.size()));
-  Sha1 pack_sum;
-  pack_sum.Update(head);
-  pack_sum.Update(body_);
-  const TObjectId trailer = pack_sum.Final();
+  TObjectId trailer{};
+  if (failed_ || !FinishPackFile(head, trailer)) {
+    error = "the generation store could not write a pack in " + folder_.string();
+    Reset();
+    return false;
+  }
   const std::string_view trailer_bytes(reinterpret_cast<const char*>(trailer.data()), trailer.size());
 
   std::sort(entries_.begin(), entries_.end(), [](const Entry& a, const Entry& b) { return a.Id < b.Id; });
@@ -187,17 +294,14 @@ bool TObjectPack::Write(const std::filesystem::path& pack_folder, std::string& e
 
   const std::string name = "pack-" + ToHex(trailer);
   // The index last: a pack counts once its index is there.
-  bool written = WriteFile(pack_folder, name + ".pack", {head, body_, trailer_bytes}) &&
-                 WriteFile(pack_folder, name + ".idx",
+  bool written = WriteFile(folder_, name + ".idx",
                            {index, std::string_view(reinterpret_cast<const char*>(index_trailer.data()), 20)});
-  if (!written) error = "the generation store could not write the pack " + (pack_folder / name).string();
+  if (!written) error = "the generation store could not write the pack " + (folder_ / name).string();
   if (written && git_odb_refresh(odb_) != 0) {
     error = "the generation store could not read its new pack: " + LastGitError();
     written = false;
   }
-  body_.clear();
-  added_.clear();
-  entries_.clear();
+  Reset();
   return written;
 }
 

@@ -2,9 +2,10 @@
 // Writes a batch of new objects into a store repository as one pack: every object is hashed as
 // git hashes it, objects the store (or the batch) already holds are left out, and the rest go
 // into one pack file with its index (git's formats, version 2), which libgit2 then reads. A
-// generation thus costs two files, however many files it holds. The index is written here, from
-// the ids and offsets already known, because having libgit2's indexer read the whole pack back
-// to hash every object again doubled the cost of recording a creation.
+// generation thus costs two files, however many files it holds. The objects go to the pack's
+// temporary file as they are added, so memory stays flat however many there are. The index is
+// written here, from the ids and offsets already known, because having libgit2's indexer read the
+// whole pack back to hash every object again doubled the cost of recording a creation.
 
 #include <git2.h>
 
@@ -35,18 +36,29 @@ class TObjectPack {
   // Whether Add leaves out the objects the store already has and stores the new ones as they are
   // (recording a run costs little that way), or keeps every object and compresses it (a repack).
   enum TMode { kSkipStored, kKeepStored };
-  // `odb` is the store's object database; it must outlive the pack.
-  explicit TObjectPack(git_odb* odb, TMode mode = kSkipStored);
+  // `odb` is the store's object database, which must outlive the pack, and `pack_folder` its
+  // "objects/pack", where the batch's temporary file is made.
+  TObjectPack(git_odb* odb, std::filesystem::path pack_folder, TMode mode = kSkipStored);
+  // Removes the temporary file of a batch that was not written.
+  ~TObjectPack();
+  TObjectPack(const TObjectPack&) = delete;
+  TObjectPack& operator=(const TObjectPack&) = delete;
 
-  // Adds an object unless the store or this batch already has it; returns its id.
+  // Adds an object unless the store or this batch already has it; returns its id. A failure to
+  // write the temporary file is kept for Write to report.
   TObjectId Add(git_object_t type, std::string_view content);
-  // Writes the batch as a pack into `pack_folder` (the store's "objects/pack"), nothing when the
-  // batch is empty: the pack, then its index, each through a temporary file. On failure returns
-  // false with `error` saying why; the store is left as it was.
-  bool Write(const std::filesystem::path& pack_folder, std::string& error);
+  // Writes the batch as a pack, nothing when it is empty: the pack's temporary file is completed
+  // and renamed, then the index is written through a temporary file. On failure returns false
+  // with `error` saying why; the store is left as it was. The pack is empty again afterwards.
+  bool Write(std::string& error);
 
  private:
+  void Spill();
+  bool FinishPackFile(const std::string& head, TObjectId& trailer);
+  void Reset();
+
   git_odb* odb_;
+  std::filesystem::path folder_;
   TMode mode_;
   std::unordered_set<TObjectId, TObjectIdHash> added_;
   struct Entry {
@@ -54,8 +66,12 @@ class TObjectPack {
     uint64_t Offset;  // in the pack file
     uint32_t Crc;     // of the entry's bytes in the pack
   };
-  std::string body_;  // the compressed objects, in pack order
   std::vector<Entry> entries_;
+  std::string pending_;      // entries not yet in the temporary file
+  uint64_t body_size_ = 0;   // bytes of all entries, in the file and pending
+  int fd_ = -1;              // the temporary file, open once the first entry is spilled
+  std::string temporary_;    // its name
+  bool failed_ = false;      // the temporary file could not be made or written
 };
 
 }  // namespace tsaw::generations

@@ -1,11 +1,12 @@
 #include "generations/record.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <chrono>
 #include <stdexcept>
 #include <vector>
 
-#include "generations/snapshot.h"
 #include "jobs/job_writer.h"
 #include "model/text_file.h"
 #include "platform/xdg_folders.h"
@@ -22,13 +23,17 @@ std::optional<fs::path> StateFolder() {
 
 std::string TemplateFingerprint(const fs::path& folder) {
   std::vector<std::string> lines;
+  // Every path below begins with the folder's, so the relative one is what follows it; and one
+  // stat gives both size and change time.
+  const size_t prefix = (folder / "").native().size();
   std::error_code io;
   for (fs::recursive_directory_iterator it(folder, io), end; !io && it != end; it.increment(io)) {
-    if (!it->is_regular_file(io) || it->is_symlink(io)) continue;
-    const auto changed = it->last_write_time(io).time_since_epoch();
-    lines.push_back(it->path().lexically_relative(folder).generic_string() + '\0' +
-                    std::to_string(it->file_size(io)) + '\0' +
-                    std::to_string(std::chrono::duration_cast<std::chrono::nanoseconds>(changed).count()) + '\n');
+    struct stat status {};
+    if (!it->is_regular_file(io) || it->is_symlink(io) || ::stat(it->path().c_str(), &status) != 0) continue;
+    const std::chrono::sys_time<std::chrono::nanoseconds> changed{std::chrono::seconds(status.st_mtim.tv_sec) +
+                                                                   std::chrono::nanoseconds(status.st_mtim.tv_nsec)};
+    lines.push_back(it->path().native().substr(prefix) + '\0' + std::to_string(status.st_size) + '\0' +
+                    std::to_string(std::chrono::file_clock::from_sys(changed).time_since_epoch().count()) + '\n');
   }
   std::sort(lines.begin(), lines.end());
   std::string all;
@@ -36,15 +41,18 @@ std::string TemplateFingerprint(const fs::path& folder) {
   return ToHex(HashObject("blob", all));
 }
 
-TGenerationMeta MetaOf(const TWizard& wizard, const std::string& kind) {
+TGenerationMeta MetaWithoutFingerprint(const TWizard& wizard, const std::string& kind) {
   TGenerationMeta meta{kind, {}, {}, {}};
-  if (wizard.SelectedTemplate) {
-    meta.Template = wizard.SelectedTemplate->PartialPath;
-    meta.Fingerprint = TemplateFingerprint(wizard.SelectedTemplate->FolderPath);
-  }
+  if (wizard.SelectedTemplate) meta.Template = wizard.SelectedTemplate->PartialPath;
   if (const auto model = ReadFileBytes(fs::path(wizard.JobsFolder) / kJobModelFileName)) {
     meta.Job = Fill_Job_Model(wizard, DecodeText(*model).Text);
   }
+  return meta;
+}
+
+TGenerationMeta MetaOf(const TWizard& wizard, const std::string& kind) {
+  TGenerationMeta meta = MetaWithoutFingerprint(wizard, kind);
+  if (wizard.SelectedTemplate) meta.Fingerprint = TemplateFingerprint(wizard.SelectedTemplate->FolderPath);
   return meta;
 }
 
@@ -57,22 +65,6 @@ bool HasRecordedGeneration(const fs::path& project_set) {
   } catch (const std::exception&) {
     return false;
   }
-}
-
-std::string RecordCreation(const TWizard& wizard, const fs::path& project_set) {
-  const std::optional<fs::path> state = StateFolder();
-  if (!state) return "no state folder: neither $XDG_STATE_HOME nor $HOME is set";
-  std::string error;
-  auto store = TGenerationStore::Open(*state, project_set, true, error);
-  if (!store) return error;
-  try {
-    TObjectPack pack(store->Odb());
-    const TFiles files = SnapshotFolder(project_set, pack);
-    if (!store->AddGeneration(pack, files, MetaOf(wizard, "creation"), error) || !store->DropUndo(error)) return error;
-  } catch (const std::exception& failure) {
-    return failure.what();
-  }
-  return {};
 }
 
 }  // namespace tsaw::generations

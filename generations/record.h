@@ -1,7 +1,6 @@
 #pragma once
-// The one path by which a finished creation run, in the window or on the command line, is
-// remembered: the Project Set it wrote becomes the newest generation of its folder, with the
-// answers, the template and the template's fingerprint.
+// Where the generation stores live, what a generation records besides its files (the answers,
+// the template and the template's fingerprint), and whether a folder has a recorded generation.
 
 #include <filesystem>
 #include <optional>
@@ -20,13 +19,10 @@ std::string TemplateFingerprint(const std::filesystem::path& folder);
 
 // What a generation made from the wizard's answers records besides its files.
 TGenerationMeta MetaOf(const TWizard& wizard, const std::string& kind);
+// The same without the template's fingerprint, for a caller that takes it at another time.
+TGenerationMeta MetaWithoutFingerprint(const TWizard& wizard, const std::string& kind);
 
 // True when a generation of `project_set` is recorded (and no other run holds its store).
 bool HasRecordedGeneration(const std::filesystem::path& project_set);
-
-// Records the files below `project_set`, just written by a finished run, as its newest
-// generation; the undo record of an earlier update is dropped, the old folder having gone to the
-// trash. Returns the empty text, or why nothing was recorded (the Project Set is never touched).
-std::string RecordCreation(const TWizard& wizard, const std::filesystem::path& project_set);
 
 }  // namespace tsaw::generations

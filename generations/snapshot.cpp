@@ -2,19 +2,29 @@
 
 #include <stdexcept>
 
+#include "model/file_bytes.h"
 #include "model/text_file.h"
 
 namespace tsaw::generations {
 namespace fs = std::filesystem;
 
+void CheckRecordableSize(const fs::path& file, uintmax_t size) {
+  if (size > kMaxGenerationFileBytes) {
+    throw std::runtime_error("'" + file.string() + "' is larger than " +
+                             std::to_string(kMaxGenerationFileBytes >> 20) + " MB");
+  }
+  // The bound of every whole-file read, in its words.
+  if (size > kMostFileBytes) {
+    throw std::runtime_error("Cannot read \"" + file.string() + "\": it is larger than " +
+                             std::to_string(kMostFileBytes >> 20) + " MB");
+  }
+}
+
 std::string ReadRegularFile(const fs::path& file) {
   std::error_code io;
   const fs::file_status status = fs::symlink_status(file, io);
   if (!fs::is_regular_file(status)) throw std::runtime_error("'" + file.string() + "' is not a regular file");
-  if (fs::file_size(file, io) > kMaxGenerationFileBytes) {
-    throw std::runtime_error("'" + file.string() + "' is larger than " +
-                             std::to_string(kMaxGenerationFileBytes >> 20) + " MB");
-  }
+  CheckRecordableSize(file, fs::file_size(file, io));
   std::string error;
   std::optional<std::string> bytes = ReadFileBytes(file, &error);
   if (!bytes) throw std::runtime_error(error);

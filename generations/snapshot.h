@@ -18,8 +18,12 @@ inline constexpr uintmax_t kMaxGenerationFileBytes = 256ull << 20;
 // std::runtime_error, naming the file, when a file cannot be read or a limit is passed.
 TFiles SnapshotFolder(const std::filesystem::path& folder, TObjectPack& pack);
 
-// Reads `file` as bytes, refusing files that are not regular or pass the size limit. Throws
+// Reads `file` as bytes, refusing files that are not regular or pass the size limits. Throws
 // std::runtime_error naming the file.
 std::string ReadRegularFile(const std::filesystem::path& file);
+
+// Refuses `file` of `size` bytes, as ReadRegularFile would, when it passes the size limits:
+// throws std::runtime_error naming the file.
+void CheckRecordableSize(const std::filesystem::path& file, uintmax_t size);
 
 }  // namespace tsaw::generations

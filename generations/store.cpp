@@ -270,7 +270,7 @@ bool TGenerationStore::AddGeneration(TObjectPack& pack, const TFiles& files, con
   const TObjectId commit = pack.Add(GIT_OBJECT_COMMIT, CommitText(AddTreeObject(pack, top), message));
   char ref[64];
   std::snprintf(ref, sizeof ref, "%s%06d", kGenerationRefs, number);
-  return pack.Write(folder_ / "objects" / "pack", error) && SetRef(ref, commit, error) && Prune(error);
+  return pack.Write(error) && SetRef(ref, commit, error) && Prune(error);
 }
 
 bool TGenerationStore::DropGenerationsAfter(int number, std::string& error) {
@@ -313,7 +313,7 @@ bool TGenerationStore::SetUndo(TObjectPack& pack, const TUndoRecord& record, std
   const std::string message = "before update\n\nBase: " + std::to_string(record.Base) +
                               "\nState: " + (record.Finished ? "finished" : "unfinished") + "\n";
   const TObjectId commit = pack.Add(GIT_OBJECT_COMMIT, CommitText(AddTreeObject(pack, top), message));
-  return pack.Write(folder_ / "objects" / "pack", error) && SetRef(kUndoRef, commit, error);
+  return pack.Write(error) && SetRef(kUndoRef, commit, error);
 }
 
 bool TGenerationStore::DropUndo(std::string& error) {
@@ -360,7 +360,7 @@ bool TGenerationStore::Repack(std::string& error) {
   }
   const std::vector<fs::path> old_packs = PackFiles(folder_);
   if (old_packs.size() <= 2) return true;  // one pack and its index: nothing to gain
-  TObjectPack pack(odb_, TObjectPack::kKeepStored);
+  TObjectPack pack(odb_, folder_ / "objects" / "pack", TObjectPack::kKeepStored);
   for (const TObjectId& id : objects) {
     const git_oid oid = ToGitOid(id);
     GitPtr<git_odb_object, git_odb_object_free> object;
@@ -371,7 +371,7 @@ bool TGenerationStore::Repack(std::string& error) {
     pack.Add(git_odb_object_type(object.p),
              std::string_view(static_cast<const char*>(git_odb_object_data(object.p)), git_odb_object_size(object.p)));
   }
-  if (!pack.Write(folder_ / "objects" / "pack", error)) return false;
+  if (!pack.Write(error)) return false;
   std::error_code io;
   for (const fs::path& file : old_packs) fs::remove(file, io);
   return Reopen(error);

@@ -64,7 +64,8 @@ class TGenerationStore {
                                                 const std::filesystem::path& project_set, bool create,
                                                 std::string& error);
 
-  git_odb* Odb() const { return odb_; }
+  // An empty batch of objects for this store.
+  TObjectPack NewPack() const { return TObjectPack(odb_, folder_ / "objects" / "pack"); }
 
   // The pristine generations, oldest first.
   std::vector<TGeneration> Generations() const;

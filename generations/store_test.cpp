@@ -23,7 +23,7 @@ class StoreTest : public ::testing::Test {
     return store;
   }
   TFiles Record(TGenerationStore& store, const std::string& kind = "creation") {
-    TObjectPack pack(store.Odb());
+    TObjectPack pack = store.NewPack();
     const TFiles files = SnapshotFolder(Set(), pack);
     std::string error;
     EXPECT_TRUE(store.AddGeneration(pack, files, {kind, "Apps/Tiny", "f1", "[Job]\r\n"}, error)) << error;
@@ -78,6 +78,28 @@ TEST_F(StoreTest, ASecondRecordingOfTheSameFilesAddsOnlyItsDescription) {
   EXPECT_EQ(store->Generations().size(), 2u);
 }
 
+TEST_F(StoreTest, ABatchLargerThanWhatIsHeldInMemoryComesBackWhole) {
+  for (int i = 0; i < 5; ++i) dir_.Write("set/Big" + std::to_string(i) + ".bin", std::string(700000 + i, 'A' + i));
+  for (int i = 0; i < 300; ++i) dir_.Write("set/Small" + std::to_string(i) + ".txt", "small " + std::to_string(i));
+  auto store = OpenStore();
+  const TFiles recorded = Record(*store);
+  const TFiles files = store->Files(store->Generations().back());
+  ASSERT_EQ(files, recorded);
+  for (const auto& [path, id] : files) EXPECT_EQ(store->Read(id), dir_.Read("set/" + path)) << path;
+  EXPECT_EQ(PackCount(), 1u);
+}
+
+TEST_F(StoreTest, ABatchThatIsNotWrittenLeavesNoFile) {
+  auto store = OpenStore();
+  const fs::path folder = TGenerationStore::FolderOf(State(), Set()) / "objects/pack";
+  {
+    TObjectPack pack = store->NewPack();
+    pack.Add(GIT_OBJECT_BLOB, std::string(3 << 20, 'x'));
+    ASSERT_FALSE(fs::is_empty(folder)) << "the batch went to its temporary file";
+  }
+  EXPECT_TRUE(fs::is_empty(folder));
+}
+
 TEST_F(StoreTest, PrunesToHalfWhenOneMoreThanTheKeptGenerationsIsRecorded) {
   auto store = OpenStore();
   for (int i = 1; i <= kKeptGenerations + 1; ++i) {
@@ -95,7 +117,7 @@ TEST_F(StoreTest, PruningKeepsTheGenerationTheUndoGoesBackTo) {
   auto store = OpenStore();
   dir_.Write("set/A.pas", "first");
   const TFiles first = Record(*store);
-  TObjectPack pack(store->Odb());
+  TObjectPack pack = store->NewPack();
   std::string error;
   ASSERT_TRUE(store->SetUndo(pack, {first, {"B.pas"}, 1, true}, error)) << error;
   for (int i = 2; i <= kKeptGenerations + 1; ++i) {
@@ -113,7 +135,7 @@ TEST_F(StoreTest, UndoRecordRoundTripsAndDrops) {
   dir_.Write("set/A.pas", "a");
   auto store = OpenStore();
   EXPECT_FALSE(store->Undo());
-  TObjectPack pack(store->Odb());
+  TObjectPack pack = store->NewPack();
   const TFiles saved = SnapshotFolder(Set(), pack);
   std::string error;
   ASSERT_TRUE(store->SetUndo(pack, {saved, {"New.pas", "Deep/New.txt.tsaw-new"}, 3, false}, error)) << error;

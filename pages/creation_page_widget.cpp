@@ -24,7 +24,7 @@
 
 #include "creation/ide_handoff.h"
 #include "creation/report.h"
-#include "generations/record.h"
+#include "generations/creation_recorder.h"
 #include "pages/update_choice_widget.h"
 #include "jobs/job_writer.h"
 #include "jobs/session.h"
@@ -249,9 +249,12 @@ void TfrmCreation::btnStart_OnClick() {
 }
 
 creation::TRunOutcome TfrmCreation::RunCreation() {
+  generations::TCreationRecorder recorder(services_.Wizard);
+  run_->TellWrittenFiles(&recorder);
   const creation::TRunOutcome outcome = run_->Start();
+  run_->TellWrittenFiles(nullptr);
   if (outcome == creation::TRunOutcome::Finished) {
-    const std::string error = generations::RecordCreation(services_.Wizard, run_->ProjectSetFolder());
+    const std::string error = recorder.Finish();
     if (!error.empty()) platform::DebugLine("The creation was not recorded: " + error);
   }
   return outcome;

@@ -106,7 +106,7 @@ bool ApplyUpdate(generations::TGenerationStore& store, const TApplyInput& input,
     TUndoRecord record = UndoRecordFor(store, input);
     if (!store.SetUndo(input.Pack, record, error)) return false;
     for (const TFileAction& action : input.Plan.Files) Write(action, input);
-    generations::TObjectPack pack(store.Odb());
+    generations::TObjectPack pack = store.NewPack();
     record.Finished = true;
     return store.AddGeneration(pack, input.Theirs, input.Meta, error) && store.SetUndo(pack, record, error);
   } catch (const std::exception& failure) {

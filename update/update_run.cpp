@@ -61,7 +61,7 @@ TUpdateResult Update(TWizard& wizard, creation::TCreationRun& run, bool dry_run)
   if (made == creation::TRunOutcome::Stopped) return {TUpdateOutcome::Refused, run.StopReason(), {}, project_set, made};
   if (made != creation::TRunOutcome::Finished) return {TUpdateOutcome::Failed, run.StopReason(), {}, project_set, made};
 
-  generations::TObjectPack pack(store->Odb());
+  generations::TObjectPack pack = store->NewPack();
   const generations::TFiles theirs = generations::SnapshotFolder(staging.Folder, pack);
   const generations::TFiles base = store->Files(store->Generations().back());
   const auto read_base = [&store](const generations::TObjectId& id) { return store->Read(id); };

@@ -1,0 +1,24 @@
+#pragma once
+// What a creation run tells, as it writes, about the files it puts into the Project Set, so that
+// its output can be recorded without reading the folder again. Only files the run has written
+// completely are told; a file written twice is told twice, the later telling being what the
+// folder holds. A dry run tells nothing.
+
+#include <filesystem>
+#include <string>
+
+namespace tsaw::creation {
+
+class TWrittenFiles {
+ public:
+  virtual ~TWrittenFiles() = default;
+  // The run has made the new, empty folder it writes into (the Project Set folder, or the one
+  // TCreationRun::WriteInto names); every file told afterwards lies below it.
+  virtual void Started(const std::filesystem::path& folder) = 0;
+  // `file` now holds `bytes`, which the run no longer needs.
+  virtual void Written(const std::filesystem::path& file, std::string bytes) = 0;
+  // `file` now holds a copy the kernel made, whose bytes the run never had in memory.
+  virtual void Copied(const std::filesystem::path& file) = 0;
+};
+
+}  // namespace tsaw::creation

@@ -1,0 +1,142 @@
+#include "generations/creation_recorder.h"
+
+#include <stdexcept>
+#include <system_error>
+
+#include "generations/record.h"
+#include "generations/snapshot.h"
+#include "templates/template_info.h"
+
+namespace tsaw::generations {
+namespace fs = std::filesystem;
+namespace {
+
+// How far the helper may fall behind before the run waits: enough to keep it busy while the run
+// expands the next files, little enough to keep memory flat.
+constexpr size_t kQueuedBytes = size_t{4} << 20;
+constexpr size_t kQueuedFiles = 256;
+// The helper is woken once this much waits, not for every file: each wake-up costs the system.
+constexpr size_t kWakeBytes = size_t{256} << 10;
+constexpr size_t kWakeFiles = 32;
+
+std::unique_ptr<TGenerationStore> OpenStore(const fs::path& project_set) {
+  const std::optional<fs::path> state = StateFolder();
+  if (!state) throw std::runtime_error("no state folder: neither $XDG_STATE_HOME nor $HOME is set");
+  std::string error;
+  auto store = TGenerationStore::Open(*state, project_set, true, error);
+  if (!store) throw std::runtime_error(error);
+  return store;
+}
+
+// Adds one written file to the pack, under its path below `folder`, with the limits a snapshot
+// of the folder would apply.
+void TakeFile(const fs::path& folder, const fs::path& file, const std::optional<std::string>& bytes,
+              TObjectPack& pack, TFiles& files) {
+  std::string relative = file.lexically_normal().lexically_relative(folder).generic_string();
+  if (files.size() == kMaxGenerationFiles && files.count(relative) == 0) {
+    throw std::runtime_error("'" + folder.string() + "' holds more than " + std::to_string(kMaxGenerationFiles) +
+                             " files");
+  }
+  if (bytes) {
+    CheckRecordableSize(file, bytes->size());
+    files[std::move(relative)] = pack.Add(GIT_OBJECT_BLOB, *bytes);
+  } else {
+    files[std::move(relative)] = pack.Add(GIT_OBJECT_BLOB, ReadRegularFile(file));
+  }
+}
+
+}  // namespace
+
+TCreationRecorder::TCreationRecorder(const TWizard& wizard) : wizard_(wizard) {}
+
+TCreationRecorder::~TCreationRecorder() { StopWorker(true); }
+
+void TCreationRecorder::Started(const fs::path& folder) {
+  const fs::path template_folder = wizard_.SelectedTemplate ? wizard_.SelectedTemplate->FolderPath : "";
+  try {
+    worker_ = std::thread([this, folder, template_folder] { Work(folder, template_folder); });
+  } catch (const std::system_error& failure) {
+    error_ = std::string("no thread to record with: ") + failure.what();
+  }
+}
+
+void TCreationRecorder::Written(const fs::path& file, std::string bytes) { Enqueue({file, std::move(bytes)}); }
+
+void TCreationRecorder::Copied(const fs::path& file) { Enqueue({file, std::nullopt}); }
+
+void TCreationRecorder::Enqueue(TQueued item) {
+  if (!worker_.joinable()) return;
+  const size_t size = item.Bytes ? item.Bytes->size() : 0;
+  std::unique_lock lock(mutex_);
+  changed_.wait(lock, [&] {
+    return queue_.empty() || (queued_bytes_ + size <= kQueuedBytes && queue_.size() < kQueuedFiles);
+  });
+  queued_bytes_ += size;
+  queue_.push_back(std::move(item));
+  const bool wake = queued_bytes_ >= kWakeBytes || queue_.size() >= kWakeFiles;
+  lock.unlock();
+  if (wake) changed_.notify_all();
+}
+
+// The helper's next file; none once the run is over (or its files are not wanted).
+std::optional<TCreationRecorder::TQueued> TCreationRecorder::Next() {
+  std::unique_lock lock(mutex_);
+  changed_.wait(lock, [this] { return !queue_.empty() || closing_; });
+  if (discard_ || queue_.empty()) return std::nullopt;
+  std::optional<TQueued> item(std::move(queue_.front()));
+  queue_.pop_front();
+  queued_bytes_ -= item->Bytes ? item->Bytes->size() : 0;
+  lock.unlock();
+  changed_.notify_all();
+  return item;
+}
+
+// The helper thread: the store is opened, filled and closed here, and after a failure the files
+// still told are taken off the queue unread, so the run never waits for nothing.
+void TCreationRecorder::Work(const fs::path& folder, const fs::path& template_folder) {
+  try {
+    const std::unique_ptr<TGenerationStore> store = OpenStore(folder);
+    const std::string fingerprint = template_folder.empty() ? std::string() : TemplateFingerprint(template_folder);
+    TObjectPack pack = store->NewPack();
+    TFiles files;
+    while (const std::optional<TQueued> item = Next()) TakeFile(folder, item->File, item->Bytes, pack, files);
+    std::optional<TGenerationMeta> meta;
+    {
+      const std::lock_guard lock(mutex_);
+      if (!discard_) meta = meta_;
+    }
+    std::string error;
+    if (!meta) return;
+    meta->Fingerprint = fingerprint;
+    if (!store->AddGeneration(pack, files, *meta, error) || !store->DropUndo(error)) throw std::runtime_error(error);
+    error_.clear();
+  } catch (const std::exception& failure) {
+    error_ = failure.what();
+    while (Next()) {
+    }
+  }
+}
+
+std::string TCreationRecorder::Finish() {
+  try {
+    TGenerationMeta meta = MetaWithoutFingerprint(wizard_, "creation");
+    const std::lock_guard lock(mutex_);
+    meta_ = std::move(meta);
+  } catch (const std::exception& failure) {
+    return failure.what();
+  }
+  StopWorker(false);
+  return error_;
+}
+
+void TCreationRecorder::StopWorker(bool discard) {
+  {
+    const std::lock_guard lock(mutex_);
+    closing_ = true;
+    discard_ = discard_ || discard;
+  }
+  changed_.notify_all();
+  if (worker_.joinable()) worker_.join();
+}
+
+}  // namespace tsaw::generations

@@ -1,0 +1,80 @@
+// Recording a creation as it runs: the generation holds exactly what a snapshot of the finished
+// folder would (a file written twice counts with its last content), and a run that does not
+// finish adds nothing to the store.
+
+#include "generations/creation_recorder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "creation/creation_run.h"
+#include "creation/creation_run_test_support.h"
+#include "generations/record.h"
+#include "generations/snapshot.h"
+#include "templates/template_info.h"
+
+namespace tsaw::generations {
+namespace {
+namespace fs = std::filesystem;
+using creation::TRunOutcome;
+
+class CreationRecorderTest : public ::testing::Test {
+ protected:
+  void SetUp() override { setenv("XDG_STATE_HOME", (setup_.dir.path() / "state").c_str(), 1); }
+  fs::path ProjectSet() const { return setup_.Out() / "Rocket"; }
+  fs::path PackFolder() const {
+    return TGenerationStore::FolderOf(setup_.dir.path() / "state/tsaw", ProjectSet()) / "objects/pack";
+  }
+  std::unique_ptr<TGenerationStore> OpenStore() {
+    std::string error;
+    return TGenerationStore::Open(setup_.dir.path() / "state/tsaw", ProjectSet(), false, error);
+  }
+  creation::testing_support::DemoSetup setup_;
+};
+
+TEST_F(CreationRecorderTest, AFinishedRunGivesTheGenerationASnapshotOfItsFolderWould) {
+  // Both names become "Rocket.txt"; the run writes the second one last.
+  setup_.dir.Write("TSA/Wizard/Templates/Demo/#Product.Name#.txt", "first\n");
+  setup_.dir.Write("TSA/Wizard/Templates/Demo/Rocket.txt", "second\n");
+  {
+    TCreationRecorder recorder(setup_.wizard);
+    creation::TCreationRun run(setup_.wizard, setup_.Services(), setup_.observer);
+    run.TellWrittenFiles(&recorder);
+    ASSERT_EQ(run.Start(), TRunOutcome::Finished);
+    EXPECT_EQ(recorder.Finish(), "");
+  }
+  auto store = OpenStore();
+  ASSERT_TRUE(store);
+  const std::vector<TGeneration> generations = store->Generations();
+  ASSERT_EQ(generations.size(), 1u);
+  EXPECT_EQ(generations[0].Meta.Kind, "creation");
+  EXPECT_EQ(generations[0].Meta.Template, setup_.wizard.SelectedTemplate->PartialPath);
+  EXPECT_EQ(generations[0].Meta.Fingerprint, TemplateFingerprint(setup_.wizard.SelectedTemplate->FolderPath));
+  TObjectPack pack = store->NewPack();
+  const TFiles snapshot = SnapshotFolder(ProjectSet(), pack);
+  EXPECT_EQ(store->Files(generations[0]), snapshot);
+  EXPECT_EQ(store->Read(snapshot.at("Rocket.txt")), "second\r\n");
+  EXPECT_EQ(store->Read(snapshot.at("Delphi 7/Win32/Host/logo.bin")), std::string("\x00\x01\xFF" "bin", 6));
+}
+
+TEST_F(CreationRecorderTest, ARunAbortedAfterItsFirstFilesRecordsNothing) {
+  setup_.dir.Write("TSA/Wizard/Templates/Demo/Big.bin", std::string(3 << 20, 'b'));
+  {
+    TCreationRecorder recorder(setup_.wizard);
+    creation::TCreationRun run(setup_.wizard, setup_.Services(), setup_.observer);
+    run.TellWrittenFiles(&recorder);
+    setup_.observer.on_pump = [&](const std::string&) {
+      if (fs::exists(ProjectSet() / "ReadMe.txt")) run.Abort();
+    };
+    ASSERT_EQ(run.Start(), TRunOutcome::Aborted);
+  }
+  auto store = OpenStore();
+  EXPECT_TRUE(!store || store->Generations().empty());
+  EXPECT_FALSE(HasRecordedGeneration(ProjectSet()));
+  std::error_code io;
+  EXPECT_TRUE(!fs::exists(PackFolder(), io) || fs::is_empty(PackFolder())) << "no pack, not even a temporary one";
+}
+
+}  // namespace
+}  // namespace tsaw::generations
