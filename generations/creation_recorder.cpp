@@ -1,5 +1,8 @@
 #include "generations/creation_recorder.h"
 
+#include <pthread.h>
+#include <signal.h>
+
 #include <stdexcept>
 #include <system_error>
 
@@ -53,11 +56,16 @@ TCreationRecorder::~TCreationRecorder() { StopWorker(true); }
 
 void TCreationRecorder::Started(const fs::path& folder) {
   const fs::path template_folder = wizard_.SelectedTemplate ? wizard_.SelectedTemplate->FolderPath : "";
+  // The helper takes no signals, so they reach the run's thread as they did before it had one.
+  sigset_t all, before;
+  sigfillset(&all);
+  pthread_sigmask(SIG_SETMASK, &all, &before);
   try {
     worker_ = std::thread([this, folder, template_folder] { Work(folder, template_folder); });
   } catch (const std::system_error& failure) {
     error_ = std::string("no thread to record with: ") + failure.what();
   }
+  pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
 void TCreationRecorder::Written(const fs::path& file, std::string bytes) { Enqueue({file, std::move(bytes)}); }
