@@ -76,8 +76,8 @@ void AppendCompressed(std::string& out, std::string_view bytes) {
   out.resize(at + length);
 }
 
-// A zlib stream holding `bytes` as they are, in stored blocks: what zlib makes at level 0, without
-// setting up (and clearing) a compressor for every object, which cost more than the copy.
+// A zlib stream holding `bytes` as they are, in stored blocks as zlib's level 0 keeps them, made
+// here because setting up (and clearing) a compressor for every object cost more than the copy.
 void AppendStored(std::string& out, std::string_view bytes) {
   constexpr size_t kMostBlockBytes = 65535;
   out += "\x78\x01";

@@ -1,6 +1,9 @@
 #include "generations/record.h"
 
+#include <dirent.h>
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
@@ -21,20 +24,44 @@ std::optional<fs::path> StateFolder() {
   return *state / "tsaw";
 }
 
+namespace {
+
+// "path\0size\0change time\n" of a regular file, the time in nanoseconds of the file clock.
+std::string FingerprintLine(const std::string& path, const struct stat& status) {
+  const std::chrono::sys_time<std::chrono::nanoseconds> changed{std::chrono::seconds(status.st_mtim.tv_sec) +
+                                                                 std::chrono::nanoseconds(status.st_mtim.tv_nsec)};
+  return path + '\0' + std::to_string(status.st_size) + '\0' +
+         std::to_string(std::chrono::file_clock::from_sys(changed).time_since_epoch().count()) + '\n';
+}
+
+// Adds the line of every regular file below the open folder `fd` (at `relative` below the
+// template), and closes it. Links are not followed; a folder that cannot be read adds nothing.
+// Each name is looked up in its open folder, sparing the system a walk along its whole path.
+void AddFingerprintLines(int fd, const std::string& relative, std::vector<std::string>& lines) {
+  DIR* folder = ::fdopendir(fd);
+  if (folder == nullptr) {
+    ::close(fd);
+    return;
+  }
+  while (const dirent* entry = ::readdir(folder)) {
+    const std::string name = entry->d_name;
+    if (name == "." || name == ".." || entry->d_type == DT_LNK) continue;
+    struct stat status {};
+    if (::fstatat(::dirfd(folder), entry->d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) continue;
+    if (S_ISREG(status.st_mode)) lines.push_back(FingerprintLine(relative + name, status));
+    if (!S_ISDIR(status.st_mode)) continue;
+    const int inner = ::openat(::dirfd(folder), entry->d_name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    if (inner >= 0) AddFingerprintLines(inner, relative + name + '/', lines);
+  }
+  ::closedir(folder);
+}
+
+}  // namespace
+
 std::string TemplateFingerprint(const fs::path& folder) {
   std::vector<std::string> lines;
-  // Every path below begins with the folder's, so the relative one is what follows it; and one
-  // stat gives both size and change time.
-  const size_t prefix = (folder / "").native().size();
-  std::error_code io;
-  for (fs::recursive_directory_iterator it(folder, io), end; !io && it != end; it.increment(io)) {
-    struct stat status {};
-    if (!it->is_regular_file(io) || it->is_symlink(io) || ::stat(it->path().c_str(), &status) != 0) continue;
-    const std::chrono::sys_time<std::chrono::nanoseconds> changed{std::chrono::seconds(status.st_mtim.tv_sec) +
-                                                                   std::chrono::nanoseconds(status.st_mtim.tv_nsec)};
-    lines.push_back(it->path().native().substr(prefix) + '\0' + std::to_string(status.st_size) + '\0' +
-                    std::to_string(std::chrono::file_clock::from_sys(changed).time_since_epoch().count()) + '\n');
-  }
+  const int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (fd >= 0) AddFingerprintLines(fd, "", lines);
   std::sort(lines.begin(), lines.end());
   std::string all;
   for (const std::string& line : lines) all += line;
