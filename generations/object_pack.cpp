@@ -210,7 +210,8 @@ TObjectId TObjectPack::Add(git_object_t type, std::string_view content) {
   const TObjectId id = HashObject(git_object_type2string(type), content);
   if (added_.count(id) != 0) return id;
   const git_oid oid = ToGitOid(id);
-  if (mode_ == kSkipStored && git_odb_exists(odb_, &oid)) return id;
+  // The store is locked and its packs are known, so a miss need not make libgit2 look again.
+  if (mode_ == kSkipStored && git_odb_exists_ext(odb_, &oid, GIT_ODB_LOOKUP_NO_REFRESH)) return id;
   added_.insert(id);
   const size_t at = pending_.size();
   AppendEntryHeader(pending_, type, content.size());
