@@ -36,7 +36,7 @@ class TObjectPack {
   // Whether Add leaves out the objects the store already has and stores the new ones as they are
   // (recording a run costs little that way), or keeps every object and compresses it (a repack).
   enum TMode { kSkipStored, kKeepStored };
-  // `odb` is the store's object database, which must outlive the pack, and `pack_folder` its
+  // `odb` holds the store's objects (it must outlive the pack) and `pack_folder` is its
   // "objects/pack", where the batch's temporary file is made.
   TObjectPack(git_odb* odb, std::filesystem::path pack_folder, TMode mode = kSkipStored);
   // Removes the temporary file of a batch that was not written.

@@ -189,14 +189,24 @@ std::unique_ptr<TGenerationStore> TGenerationStore::Open(const fs::path& state_f
     }
     WriteFileBytes(store->folder_ / "description", project_set.string() + "\n");
   }
-  if (git_repository_odb(&store->odb_, store->repo_) != 0) {
+  if (!store->OpenObjects()) {
     error = GitError("open its objects");
     return nullptr;
   }
   return store;
 }
 
+// The store keeps no loose objects, so a new object is looked for in its packs alone: libgit2
+// would otherwise look for a loose file of every object it does not find in them.
+bool TGenerationStore::OpenObjects() {
+  git_odb_backend* packs = nullptr;
+  const std::string objects = (folder_ / "objects").string();
+  return git_repository_odb(&odb_, repo_) == 0 && git_odb_new(&packs_) == 0 &&
+         git_odb_backend_pack(&packs, objects.c_str()) == 0 && git_odb_add_backend(packs_, packs, 1) == 0;
+}
+
 TGenerationStore::~TGenerationStore() {
+  git_odb_free(packs_);
   git_odb_free(odb_);
   git_repository_free(repo_);
   if (lock_fd_ >= 0) ::close(lock_fd_);  // releases the lock
@@ -204,11 +214,12 @@ TGenerationStore::~TGenerationStore() {
 }
 
 bool TGenerationStore::Reopen(std::string& error) {
+  git_odb_free(packs_);
   git_odb_free(odb_);
   git_repository_free(repo_);
-  odb_ = nullptr;
+  packs_ = odb_ = nullptr;
   repo_ = nullptr;
-  if (git_repository_open_bare(&repo_, folder_.c_str()) != 0 || git_repository_odb(&odb_, repo_) != 0) {
+  if (git_repository_open_bare(&repo_, folder_.c_str()) != 0 || !OpenObjects()) {
     error = GitError("open '" + folder_.string() + "' again");
     return false;
   }
@@ -270,7 +281,15 @@ bool TGenerationStore::AddGeneration(TObjectPack& pack, const TFiles& files, con
   const TObjectId commit = pack.Add(GIT_OBJECT_COMMIT, CommitText(AddTreeObject(pack, top), message));
   char ref[64];
   std::snprintf(ref, sizeof ref, "%s%06d", kGenerationRefs, number);
-  return pack.Write(error) && SetRef(ref, commit, error) && Prune(error);
+  return WritePack(pack, error) && SetRef(ref, commit, error) && Prune(error);
+}
+
+// Writes `pack`, whose objects the repository's own reads then see as well.
+bool TGenerationStore::WritePack(TObjectPack& pack, std::string& error) {
+  if (!pack.Write(error)) return false;
+  if (git_odb_refresh(odb_) == 0) return true;
+  error = GitError("read its new pack");
+  return false;
 }
 
 bool TGenerationStore::DropGenerationsAfter(int number, std::string& error) {
@@ -313,7 +332,7 @@ bool TGenerationStore::SetUndo(TObjectPack& pack, const TUndoRecord& record, std
   const std::string message = "before update\n\nBase: " + std::to_string(record.Base) +
                               "\nState: " + (record.Finished ? "finished" : "unfinished") + "\n";
   const TObjectId commit = pack.Add(GIT_OBJECT_COMMIT, CommitText(AddTreeObject(pack, top), message));
-  return pack.Write(error) && SetRef(kUndoRef, commit, error);
+  return WritePack(pack, error) && SetRef(kUndoRef, commit, error);
 }
 
 bool TGenerationStore::DropUndo(std::string& error) {

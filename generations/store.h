@@ -65,7 +65,7 @@ class TGenerationStore {
                                                 std::string& error);
 
   // An empty batch of objects for this store.
-  TObjectPack NewPack() const { return TObjectPack(odb_, folder_ / "objects" / "pack"); }
+  TObjectPack NewPack() const { return TObjectPack(packs_, folder_ / "objects" / "pack"); }
 
   // The pristine generations, oldest first.
   std::vector<TGeneration> Generations() const;
@@ -92,11 +92,14 @@ class TGenerationStore {
   bool Prune(std::string& error);
   bool Repack(std::string& error);
   bool Reopen(std::string& error);
+  bool OpenObjects();
+  bool WritePack(TObjectPack& pack, std::string& error);
 
   std::filesystem::path folder_;
   int lock_fd_ = -1;
   git_repository* repo_ = nullptr;
   git_odb* odb_ = nullptr;
+  git_odb* packs_ = nullptr;  // the same objects, read from the packs alone
 };
 
 // The tree objects of `files`, added to `pack`; returns the id of the top tree.
