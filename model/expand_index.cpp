@@ -1,6 +1,7 @@
 #include "model/expand_index.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "model/variables.h"
@@ -66,8 +67,14 @@ bool TokenAt(std::string_view text, size_t pos, std::string_view token) {
   return !token.empty() && text.compare(pos, token.size(), token) == 0;
 }
 
-void PushChain(const std::unordered_map<std::string_view, uint16_t>& first, const std::vector<uint16_t>& next,
-               std::string_view key, uint16_t above, std::vector<uint16_t>& out) {
+uint64_t Load8(const char* bytes) {
+  uint64_t word;
+  std::memcpy(&word, bytes, sizeof word);
+  return word;
+}
+
+void PushChain(const std::unordered_map<std::string_view, uint16_t, TShortKeyHash>& first,
+               const std::vector<uint16_t>& next, std::string_view key, uint16_t above, std::vector<uint16_t>& out) {
   const auto it = first.find(key);
   if (it == first.end()) return;
   for (uint16_t v = it->second; v != 0; v = next[v]) {
@@ -78,6 +85,18 @@ void PushChain(const std::unordered_map<std::string_view, uint16_t>& first, cons
 TTokenHit NameHit(const std::string& name, int plugin) { return TTokenHit{true, plugin, "#" + name + "#"}; }
 
 }  // namespace
+
+size_t TShortKeyHash::operator()(std::string_view key) const {
+  constexpr uint64_t kMultiplier = 0x9E3779B97F4A7C15u;
+  uint64_t hash = key.size() * kMultiplier;
+  if (key.size() >= 8) {
+    hash = (hash ^ Load8(key.data())) * kMultiplier;
+    hash = (hash ^ Load8(key.data() + key.size() - 8)) * kMultiplier;
+  } else {
+    for (const char c : key) hash = (hash ^ static_cast<unsigned char>(c)) * kMultiplier;
+  }
+  return static_cast<size_t>(hash ^ (hash >> 32));
+}
 
 TTokenIndex::TTokenIndex(const TWizard& wizard) : wizard_(wizard), last_(LastSearchedVar(wizard)) {
   pin_bound_.assign(last_ + 1, 0);
@@ -146,6 +165,10 @@ void TTokenIndex::AddBytes(const TVariableItem& item) {
   }
   longest_name_ = std::max(longest_name_, item.Name.size());
   longest_token_ = std::max(longest_token_, item.Token.size());
+  if (!item.Name.empty()) {
+    if (name_ends_.size() <= item.Name.size()) name_ends_.resize(item.Name.size() + 1);
+    name_ends_[item.Name.size()].set(static_cast<unsigned char>(item.Name.back()));
+  }
   for (const char c : item.Name) name_bytes_[static_cast<unsigned char>(c)] = true;
   for (const char c : item.Token) token_bytes_[static_cast<unsigned char>(c)] = true;
 }
@@ -243,6 +266,7 @@ TTokenHit TTokenIndex::FindFirstIdent(std::string_view text, uint16_t v) const {
 
 bool TTokenIndex::NameItem(std::string_view span, TItemMatch& match) const {
   if (span.empty() || span.size() > longest_name_) return false;
+  if (!name_ends_[span.size()][static_cast<unsigned char>(span.back())]) return false;
   match = TItemMatch{};
   if (const auto it = first_by_name_.find(span); it != first_by_name_.end()) match.var = it->second;
   if (const int n = PinNumberInName(span); n > 0) {

@@ -32,6 +32,13 @@ struct TTokenHit {
   std::string token;  // the text to replace
 };
 
+// A hash for the table's names and tokens, cheap enough to run at every candidate of a text:
+// the length and the first and last eight bytes decide it; keys that share them only share a
+// bucket, where the full comparison tells them apart.
+struct TShortKeyHash {
+  size_t operator()(std::string_view key) const;
+};
+
 class TTokenIndex {
  public:
   // The wizard must outlive the index; names and tokens must not change while it is in use.
@@ -96,12 +103,13 @@ class TTokenIndex {
   std::vector<uint16_t> slow_names_;   // names holding '#': searched directly
   std::vector<uint16_t> slow_tokens_;  // tokens not beginning with "vr": searched directly
   std::vector<uint8_t> slow_;          // per variable: 1 name searched directly, 2 token
-  std::unordered_map<std::string_view, uint16_t> first_by_name_;
-  std::unordered_map<std::string_view, uint16_t> first_by_token_;
+  std::unordered_map<std::string_view, uint16_t, TShortKeyHash> first_by_name_;
+  std::unordered_map<std::string_view, uint16_t, TShortKeyHash> first_by_token_;
   std::vector<uint16_t> next_same_name_;
   std::vector<uint16_t> next_same_token_;
   std::vector<size_t> token_lengths_;
   std::vector<std::bitset<256>> token_ends_;  // per length: the last bytes of the tokens that long
+  std::vector<std::bitset<256>> name_ends_;   // the same for every name, sub-items' included
 };
 
 // False only when `s` surely holds no reference: no '#', no "vr", and every token begins with "vr".

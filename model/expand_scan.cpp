@@ -32,8 +32,6 @@ struct Occurrence {
   bool ident = false;
 };
 
-bool ByStart(const Occurrence& a, size_t pos) { return a.start < pos; }
-
 // The match a search in number order reaches first: the lowest variable, its own name or
 // token before its sub-items', then the lowest sub-item.
 bool Before(const TItemMatch& a, const TItemMatch& b) {
@@ -48,6 +46,7 @@ class OneScan {
 
   bool Run(size_t size_bound, std::string& res) {
     if (!index_.scan_ready() || !index_.plain_tokens() || !CollectNames() || !CollectTokens() || !Merge()) return false;
+    FindGapReferences();
     if (!NoNameCanForm() || !NoTokenCanForm()) return false;
     std::string out;
     if (!Build(size_bound, out)) return false;
@@ -102,14 +101,25 @@ class OneScan {
     return true;
   }
 
-  // True when every byte between `from` and `to` outside the references is one that some name
-  // holds; `has_reference` tells whether a reference lies between them.
-  bool OnlyNameBytes(size_t from, size_t to, bool& has_reference) const {
-    auto occurrence = std::lower_bound(all_.begin(), all_.end(), from, ByStart);
-    has_reference = occurrence != all_.end() && occurrence->start < to;
-    for (size_t at = from; at < to;) {
-      if (occurrence != all_.end() && occurrence->start == at) {
-        at = (occurrence++)->end;
+  // Per gap between neighbouring '#' marks: the first reference at or after its first byte.
+  void FindGapReferences() {
+    gap_reference_.resize(name_gap_.size());
+    size_t next = 0;
+    for (size_t gap = 0; gap < name_gap_.size(); ++gap) {
+      while (next < all_.size() && all_[next].start <= hashes_[gap]) ++next;
+      gap_reference_[gap] = next;
+    }
+  }
+
+  // True when every byte of the gap outside the references is one that some name holds;
+  // `has_reference` tells whether a reference lies in it.
+  bool OnlyNameBytes(size_t gap, bool& has_reference) const {
+    const size_t to = hashes_[gap + 1];
+    size_t next = gap_reference_[gap];
+    has_reference = next < all_.size() && all_[next].start < to;
+    for (size_t at = hashes_[gap] + 1; at < to;) {
+      if (next < all_.size() && all_[next].start == at) {
+        at = all_[next++].end;
       } else if (!index_.InSomeName(text_[at++])) {
         return false;
       }
@@ -120,9 +130,7 @@ class OneScan {
   // The text between two '#' marks can turn into a name only around a replaced reference.
   bool NoNameCanForm() const {
     bool has_reference = false;
-    const auto name_like = [&](size_t gap) {
-      return OnlyNameBytes(hashes_[gap] + 1, hashes_[gap + 1], has_reference);
-    };
+    const auto name_like = [&](size_t gap) { return OnlyNameBytes(gap, has_reference); };
     for (size_t gap = 0; gap < name_gap_.size(); ++gap) {
       if (name_gap_[gap]) {
         if (gap > 0 && gap + 1 < name_gap_.size() && name_like(gap - 1) && name_like(gap + 1)) return false;
@@ -198,6 +206,7 @@ class OneScan {
   const std::vector<std::string>& pairs_;
   std::vector<size_t> hashes_;
   std::vector<bool> name_gap_;  // per pair of neighbouring '#': the text between is a reference
+  std::vector<size_t> gap_reference_;
   std::vector<size_t> vrs_;
   std::vector<Occurrence> names_, idents_, all_;
   std::vector<std::pair<const TVariableItem*, std::string>> paired_;
