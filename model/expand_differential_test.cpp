@@ -81,6 +81,7 @@ class RandomCase {
     AddCustom(wizard, "Custom.AB", "vrCustom_AB");
     AddCustom(wizard, "Author", "vrAuthor");  // a second variable of the same name
     AddCustom(wizard, Chance(2) ? "Odd#Name" : "Odd\nName", "xOdd");
+    if (Chance(4)) AddCustom(wizard, "Custom.Bare", "vr");  // a token that every "vr" begins
     // Half the cases stay with one plug-in variable, so that its tokens meet and merge often.
     const bool focused = Chance(2);
     if (focused) pieces_ = {"#", "#Plugin[", "Plugin[", "1", "2", "3", "].Version#", "\n", "vrPlugin", "_Version", "x"};

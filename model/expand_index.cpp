@@ -82,6 +82,11 @@ void PushChain(const std::unordered_map<std::string_view, uint16_t, TShortKeyHas
   }
 }
 
+void SortUnique(std::vector<size_t>& values) {
+  std::sort(values.begin(), values.end());
+  values.erase(std::unique(values.begin(), values.end()), values.end());
+}
+
 TTokenHit NameHit(const std::string& name, int plugin) { return TTokenHit{true, plugin, "#" + name + "#"}; }
 
 }  // namespace
@@ -110,8 +115,8 @@ TTokenIndex::TTokenIndex(const TWizard& wizard) : wizard_(wizard), last_(LastSea
   std::reverse(pin_vars_.begin(), pin_vars_.end());
   std::reverse(slow_names_.begin(), slow_names_.end());
   std::reverse(slow_tokens_.begin(), slow_tokens_.end());
-  std::sort(token_lengths_.begin(), token_lengths_.end());
-  token_lengths_.erase(std::unique(token_lengths_.begin(), token_lengths_.end()), token_lengths_.end());
+  SortUnique(token_lengths_);
+  for (std::vector<size_t>& lengths : token_lengths_by_third_) SortUnique(lengths);
 }
 
 void TTokenIndex::AddVariable(uint16_t v) {
@@ -136,6 +141,11 @@ void TTokenIndex::AddVariable(uint16_t v) {
     auto [it, added] = first_by_token_.try_emplace(token, v);
     if (!added) next_same_token_[v] = std::exchange(it->second, v);
     token_lengths_.push_back(token.size());
+    if (token.size() == 2) {
+      for (std::vector<size_t>& lengths : token_lengths_by_third_) lengths.push_back(2);
+    } else {
+      token_lengths_by_third_[static_cast<unsigned char>(token[2])].push_back(token.size());
+    }
     if (token_ends_.size() <= token.size()) token_ends_.resize(token.size() + 1);
     token_ends_[token.size()].set(static_cast<unsigned char>(token.back()));
   }
@@ -173,6 +183,13 @@ void TTokenIndex::AddBytes(const TVariableItem& item) {
   for (const char c : item.Token) token_bytes_[static_cast<unsigned char>(c)] = true;
 }
 
+// At the end of the text no third byte tells; every length is tried, and the lengths that
+// overrun the text stop the loop.
+const std::vector<size_t>& TTokenIndex::TokenLengthsAt(std::string_view text, size_t pos) const {
+  if (pos + 2 >= text.size()) return token_lengths_;
+  return token_lengths_by_third_[static_cast<unsigned char>(text[pos + 2])];
+}
+
 const TVariableItem* TTokenIndex::PinItem(uint16_t v, int n) const {
   if (n < 1 || n > pin_bound_[v]) return nullptr;
   return wizard_.Variables[v].Pins[n].get();
@@ -205,7 +222,7 @@ void TTokenIndex::CollectNames(std::string_view text, uint16_t above, std::vecto
 
 void TTokenIndex::CollectIdents(std::string_view text, uint16_t above, std::vector<uint16_t>& out) const {
   ForEachVr(text, [&](size_t pos) {
-    for (size_t length : token_lengths_) {
+    for (size_t length : TokenLengthsAt(text, pos)) {
       if (pos + length > text.size()) break;
       PushChain(first_by_token_, next_same_token_, text.substr(pos, length), above, out);
     }
@@ -264,9 +281,7 @@ TTokenHit TTokenIndex::FindFirstIdent(std::string_view text, uint16_t v) const {
   return {};
 }
 
-bool TTokenIndex::NameItem(std::string_view span, TItemMatch& match) const {
-  if (span.empty() || span.size() > longest_name_) return false;
-  if (!name_ends_[span.size()][static_cast<unsigned char>(span.back())]) return false;
+bool TTokenIndex::LookUpName(std::string_view span, TItemMatch& match) const {
   match = TItemMatch{};
   if (const auto it = first_by_name_.find(span); it != first_by_name_.end()) match.var = it->second;
   if (const int n = PinNumberInName(span); n > 0) {
@@ -282,7 +297,7 @@ bool TTokenIndex::NameItem(std::string_view span, TItemMatch& match) const {
 
 void TTokenIndex::TokenItemsAt(std::string_view text, size_t pos, std::vector<TItemMatch>& out) const {
   out.clear();
-  for (size_t length : token_lengths_) {
+  for (size_t length : TokenLengthsAt(text, pos)) {
     if (pos + length > text.size()) break;
     if (!token_ends_[length][static_cast<unsigned char>(text[pos + length - 1])]) continue;
     if (const auto it = first_by_token_.find(text.substr(pos, length)); it != first_by_token_.end()) {

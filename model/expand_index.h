@@ -75,16 +75,23 @@ class TTokenIndex {
   bool InSomeToken(char c) const { return token_bytes_[static_cast<unsigned char>(c)]; }
   // The item whose name is exactly `span` that the passes replace first (lowest variable, its
   // own name before its sub-items'); false when there is none.
-  bool NameItem(std::string_view span, TItemMatch& match) const;
+  // Inline, because most spans between two '#' of a text are no name and the length and last
+  // byte already tell.
+  bool NameItem(std::string_view span, TItemMatch& match) const {
+    return !span.empty() && span.size() <= longest_name_ &&
+           name_ends_[span.size()][static_cast<unsigned char>(span.back())] && LookUpName(span, match);
+  }
   // Every item whose token begins at `pos` (which holds "vr"), into `out`.
   void TokenItemsAt(std::string_view text, size_t pos, std::vector<TItemMatch>& out) const;
 
  private:
   void AddVariable(uint16_t v);
   void AddBytes(const TVariableItem& item);
+  bool LookUpName(std::string_view span, TItemMatch& match) const;
   void CollectNames(std::string_view text, uint16_t above, std::vector<uint16_t>& out) const;
   void CollectIdents(std::string_view text, uint16_t above, std::vector<uint16_t>& out) const;
   const TVariableItem* PinItem(uint16_t v, int n) const;
+  const std::vector<size_t>& TokenLengthsAt(std::string_view text, size_t pos) const;
   TTokenHit FindFirstName(std::string_view text, uint16_t v) const;
   TTokenHit FindFirstIdent(std::string_view text, uint16_t v) const;
 
@@ -108,6 +115,9 @@ class TTokenIndex {
   std::vector<uint16_t> next_same_name_;
   std::vector<uint16_t> next_same_token_;
   std::vector<size_t> token_lengths_;
+  // Per byte: the lengths of the tokens whose third byte it is (and of a token "vr"), ascending,
+  // so that a "vr" of a text is tried only against the lengths that can match there.
+  std::array<std::vector<size_t>, 256> token_lengths_by_third_;
   std::vector<std::bitset<256>> token_ends_;  // per length: the last bytes of the tokens that long
   std::vector<std::bitset<256>> name_ends_;   // the same for every name, sub-items' included
 };

@@ -30,7 +30,15 @@ struct Occurrence {
   size_t end = 0;
   const TVariableItem* item = nullptr;
   bool ident = false;
+  uint16_t own_var = 0;  // the variable when the item is its own, not a sub-item
 };
+
+// What a text's scan knows about a value it inserts: whether it holds a '#' or a "vr".
+enum class MarkCheck : uint8_t { NotYet, Clean, Marked };
+
+bool HoldsMark(std::string_view value) {
+  return value.find('#') != std::string_view::npos || FindBytes(value, "vr") != std::string_view::npos;
+}
 
 // The match a search in number order reaches first: the lowest variable, its own name or
 // token before its sub-items', then the lowest sub-item.
@@ -60,6 +68,8 @@ class OneScan {
     return &CurrentItem(wizard_, match.var);
   }
 
+  static uint16_t OwnVar(const TItemMatch& match) { return match.plugin > 0 ? 0 : match.var; }
+
   bool CollectNames() {
     for (size_t at = text_.find('#'); at != std::string_view::npos; at = text_.find('#', at + 1)) {
       hashes_.push_back(at);
@@ -70,7 +80,7 @@ class OneScan {
       const size_t open = hashes_[i];
       if (!index_.NameItem(text_.substr(open + 1, hashes_[i + 1] - open - 1), match)) continue;
       name_gap_[i] = true;
-      names_.push_back({open, hashes_[i + 1] + 1, ItemOf(match), false});
+      names_.push_back({open, hashes_[i + 1] + 1, ItemOf(match), false, OwnVar(match)});
     }
     return true;
   }
@@ -86,7 +96,7 @@ class OneScan {
         if (match.length != first->length) return false;  // two tokens overlap
         if (Before(match, *first)) first = &match;
       }
-      idents_.push_back({at, at + first->length, ItemOf(*first), true});
+      idents_.push_back({at, at + first->length, ItemOf(*first), true, OwnVar(*first)});
     }
     return true;
   }
@@ -111,12 +121,15 @@ class OneScan {
     }
   }
 
-  // True when every byte of the gap outside the references is one that some name holds;
-  // `has_reference` tells whether a reference lies in it.
-  bool OnlyNameBytes(size_t gap, bool& has_reference) const {
+  bool HasReference(size_t gap) const {
+    const size_t next = gap_reference_[gap];
+    return next < all_.size() && all_[next].start < hashes_[gap + 1];
+  }
+
+  // True when every byte of the gap outside the references is one that some name holds.
+  bool OnlyNameBytes(size_t gap) const {
     const size_t to = hashes_[gap + 1];
     size_t next = gap_reference_[gap];
-    has_reference = next < all_.size() && all_[next].start < to;
     for (size_t at = hashes_[gap] + 1; at < to;) {
       if (next < all_.size() && all_[next].start == at) {
         at = all_[next++].end;
@@ -129,12 +142,10 @@ class OneScan {
 
   // The text between two '#' marks can turn into a name only around a replaced reference.
   bool NoNameCanForm() const {
-    bool has_reference = false;
-    const auto name_like = [&](size_t gap) { return OnlyNameBytes(gap, has_reference); };
     for (size_t gap = 0; gap < name_gap_.size(); ++gap) {
       if (name_gap_[gap]) {
-        if (gap > 0 && gap + 1 < name_gap_.size() && name_like(gap - 1) && name_like(gap + 1)) return false;
-      } else if (name_like(gap) && has_reference) {
+        if (gap > 0 && gap + 1 < name_gap_.size() && OnlyNameBytes(gap - 1) && OnlyNameBytes(gap + 1)) return false;
+      } else if (HasReference(gap) && OnlyNameBytes(gap)) {
         return false;
       }
     }
@@ -170,9 +181,18 @@ class OneScan {
     return paired_.emplace_back(occurrence.item, std::move(value)).second;
   }
 
+  // A variable's own values are looked at once a text, since most references repeat a few.
+  bool ValueHoldsMark(const Occurrence& occurrence, std::string_view value) {
+    if (occurrence.own_var == 0) return HoldsMark(value);
+    if (marks_.empty()) marks_.resize(2 * (index_.last() + 1), MarkCheck::NotYet);
+    MarkCheck& known = marks_[2 * occurrence.own_var + (occurrence.ident ? 1 : 0)];
+    if (known == MarkCheck::NotYet) known = HoldsMark(value) ? MarkCheck::Marked : MarkCheck::Clean;
+    return known == MarkCheck::Marked;
+  }
+
   // False when the value could bring in a "#" or a "vr", or join its neighbours into a "vr".
-  bool Insertable(const Occurrence& occurrence, std::string_view value) const {
-    if (value.find('#') != std::string_view::npos || FindBytes(value, "vr") != std::string_view::npos) return false;
+  bool Insertable(const Occurrence& occurrence, std::string_view value) {
+    if (ValueHoldsMark(occurrence, value)) return false;
     const char before = occurrence.start > 0 ? text_[occurrence.start - 1] : '\0';
     const char after = occurrence.end < text_.size() ? text_[occurrence.end] : '\0';
     if (value.empty()) return before != 'v' && after != 'r';
@@ -210,6 +230,7 @@ class OneScan {
   std::vector<size_t> vrs_;
   std::vector<Occurrence> names_, idents_, all_;
   std::vector<std::pair<const TVariableItem*, std::string>> paired_;
+  std::vector<MarkCheck> marks_;  // per variable and form (name, token)
 };
 
 }  // namespace
