@@ -13,6 +13,7 @@
 #include "model/expand_scan.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include "model/variables.h"
@@ -36,6 +37,12 @@ struct Occurrence {
 // What a text's scan knows about a value it inserts: whether it holds a '#' or a "vr".
 enum class MarkCheck : uint8_t { NotYet, Clean, Marked };
 
+bool Overlaps(std::string_view text, const std::string& res) {
+  const auto text_at = reinterpret_cast<uintptr_t>(text.data());
+  const auto res_at = reinterpret_cast<uintptr_t>(res.data());
+  return text_at < res_at + res.capacity() && res_at < text_at + text.size();
+}
+
 bool HoldsMark(std::string_view value) {
   return value.find('#') != std::string_view::npos || FindBytes(value, "vr") != std::string_view::npos;
 }
@@ -56,9 +63,15 @@ class OneScan {
     if (!index_.scan_ready() || !index_.plain_tokens() || !CollectNames() || !CollectTokens() || !Merge()) return false;
     FindGapReferences();
     if (!NoNameCanForm() || !NoTokenCanForm()) return false;
-    std::string out;
-    if (!Build(size_bound, out)) return false;
-    res = std::move(out);
+    size_t size = 0;
+    if (!Plan(size_bound, size)) return false;
+    // Writing into `res` keeps its memory from text to text, unless the text is `res` itself.
+    std::string fresh;
+    std::string& out = Overlaps(text_, res) ? fresh : res;
+    out.clear();
+    out.reserve(size);
+    Write(out);
+    if (&out == &fresh) res = std::move(fresh);
     return true;
   }
 
@@ -199,25 +212,36 @@ class OneScan {
     return !(value.front() == 'r' && before == 'v') && !(value.back() == 'v' && after == 'r');
   }
 
-  bool Append(std::string& out, std::string_view piece, size_t size_bound) const {
-    if (piece.empty()) return true;
-    if (!out.empty() && out.back() == 'v' && piece.front() == 'r') return false;
-    if (out.size() + piece.size() > size_bound) return false;
-    out.append(piece);
-    return true;
-  }
-
-  bool Build(size_t size_bound, std::string& out) {
-    out.reserve(text_.size() + text_.size() / 4);
+  // Checks the result before any of it is written: every value insertable, no "vr" formed where
+  // two pieces meet, no more than `size_bound` bytes. On success `size` is its exact size.
+  bool Plan(size_t size_bound, size_t& size) {
+    size = 0;
+    char last = '\0';
+    const auto add = [&](std::string_view piece) {
+      if (piece.empty()) return true;
+      if (last == 'v' && piece.front() == 'r') return false;
+      size += piece.size();
+      last = piece.back();
+      return size <= size_bound;
+    };
     size_t pos = 0;
     for (const Occurrence& occurrence : all_) {
       const std::string_view value = ValueOf(occurrence);
-      if (!Insertable(occurrence, value)) return false;
-      if (!Append(out, text_.substr(pos, occurrence.start - pos), size_bound)) return false;
-      if (!Append(out, value, size_bound)) return false;
+      if (!Insertable(occurrence, value) || !add(text_.substr(pos, occurrence.start - pos)) || !add(value)) {
+        return false;
+      }
       pos = occurrence.end;
     }
-    return Append(out, text_.substr(pos), size_bound);
+    return add(text_.substr(pos));
+  }
+
+  void Write(std::string& out) {
+    size_t pos = 0;
+    for (const Occurrence& occurrence : all_) {
+      out.append(text_.substr(pos, occurrence.start - pos)).append(ValueOf(occurrence));
+      pos = occurrence.end;
+    }
+    out.append(text_.substr(pos));
   }
 
   const TTokenIndex& index_;

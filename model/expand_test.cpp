@@ -73,6 +73,21 @@ TEST(ExpandVar, ExpandsBothFormsPluginItemsAndAdjoiningReferences) {
   for (const Case& c : cases) EXPECT_EQ(ExpandVar(wizard, c.text), c.expected) << c.name;
 }
 
+// A creation run expands each file name into the same string, sometimes the very text it holds.
+TEST(ExpandVar, WritesOverTheTextItExpandsAndOverAnEarlierResult) {
+  const TWizard wizard = ProductWizard();
+  const TExpansionTable table(wizard);
+  std::string text = "unit vrProjects_PrefixMain; // #Author#, #Product.Name#";
+  EXPECT_EQ(ExpandVar(table, text, false, text), TExpandOutcome::Complete);
+  EXPECT_EQ(text, "unit T101_Main; // Jane Doe, My Product");
+  std::string res = "// vrProduct_Name by #Author#";
+  EXPECT_EQ(ExpandVar(table, std::string_view(res).substr(3), false, res), TExpandOutcome::Complete);
+  EXPECT_EQ(res, "My_Product by Jane Doe");
+  std::string earlier(1000, 'x');
+  EXPECT_EQ(ExpandVar(table, "#Author#", false, earlier), TExpandOutcome::Complete);
+  EXPECT_EQ(earlier, "Jane Doe");
+}
+
 TEST(ExpandVar, LeavesLowerNumberedReferencesOfValuesToTheNextPass) {
   TWizard wizard = ProductWizard();
   SetValue(wizard.Variables[viHostProjectName], "#Projects.Prefix#Host", "");
