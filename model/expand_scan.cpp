@@ -60,7 +60,9 @@ class OneScan {
       : index_(index), wizard_(index.wizard()), text_(text), pairs_(pairs) {}
 
   bool Run(size_t size_bound, std::string& res) {
-    if (!index_.scan_ready() || !index_.plain_tokens() || !CollectNames() || !CollectTokens() || !Merge()) return false;
+    if (!index_.scan_ready() || !index_.plain_tokens()) return false;
+    FindMarks();
+    if (!CollectNames() || !CollectTokens() || !Merge()) return false;
     FindGapReferences();
     if (!NoNameCanForm() || !NoTokenCanForm()) return false;
     size_t size = 0;
@@ -83,10 +85,18 @@ class OneScan {
 
   static uint16_t OwnVar(const TItemMatch& match) { return match.plugin > 0 ? 0 : match.var; }
 
+  // Every '#' and every "vr" of the text, in one pass.
+  void FindMarks() {
+    platform::ForEachOfTwoBytes(text_, '#', 'v', [this](size_t at) {
+      if (text_[at] == '#') {
+        hashes_.push_back(at);
+      } else if (at + 1 < text_.size() && text_[at + 1] == 'r') {
+        vrs_.push_back(at);
+      }
+    });
+  }
+
   bool CollectNames() {
-    for (size_t at = text_.find('#'); at != std::string_view::npos; at = text_.find('#', at + 1)) {
-      hashes_.push_back(at);
-    }
     name_gap_.assign(hashes_.empty() ? 0 : hashes_.size() - 1, false);
     TItemMatch match;
     for (size_t i = 0; i < name_gap_.size(); ++i) {
@@ -100,8 +110,7 @@ class OneScan {
 
   bool CollectTokens() {
     std::vector<TItemMatch> matches;
-    for (size_t at = FindBytes(text_, "vr"); at != std::string_view::npos; at = FindBytes(text_, "vr", at + 1)) {
-      vrs_.push_back(at);
+    for (const size_t at : vrs_) {
       index_.TokenItemsAt(text_, at, matches);
       if (matches.empty()) continue;
       const TItemMatch* first = &matches.front();

@@ -3,9 +3,14 @@
 // search tests every position in turn; these look for the first byte with memchr, which scans
 // many bytes at a time, and compare the rest only where it stands.
 
+#include <bit>
 #include <cstddef>
 #include <cstring>
 #include <string_view>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace tsaw::platform {
 
@@ -23,6 +28,27 @@ inline std::size_t FindBytes(std::string_view text, std::string_view needle, std
     ++from;
   }
   return std::string_view::npos;
+}
+
+// Calls `visit(pos)` for each position of `text` that holds byte `a` or byte `b`, in order. One
+// pass for both, sixteen bytes at a time where the processor compares that many in one step,
+// so that frequent hits cost no more than a bit each.
+template <typename Visit>
+void ForEachOfTwoBytes(std::string_view text, char a, char b, Visit visit) {
+  std::size_t at = 0;
+#if defined(__SSE2__)
+  const __m128i want_a = _mm_set1_epi8(a);
+  const __m128i want_b = _mm_set1_epi8(b);
+  for (; at + 16 <= text.size(); at += 16) {
+    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + at));
+    auto hits = static_cast<unsigned>(
+        _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(block, want_a), _mm_cmpeq_epi8(block, want_b))));
+    for (; hits != 0; hits &= hits - 1) visit(at + static_cast<std::size_t>(std::countr_zero(hits)));
+  }
+#endif
+  for (; at < text.size(); ++at) {
+    if (text[at] == a || text[at] == b) visit(at);
+  }
 }
 
 }  // namespace tsaw::platform

@@ -4,6 +4,7 @@
 
 #include <random>
 #include <string>
+#include <vector>
 
 namespace tsaw::platform {
 namespace {
@@ -24,6 +25,23 @@ TEST(FindBytesTest, AnswersAsTheLibrarySearchDoes) {
             << "'" << text << "' '" << needle << "' from " << from;
       }
     }
+  }
+}
+
+// Texts of every length around the sixteen-byte steps, hits at every place of a step.
+TEST(FindBytesTest, VisitsEveryPlaceOfEitherByteInOrder) {
+  std::mt19937 random(11);
+  const std::string alphabet = "vr#x\x80\xff";
+  for (int round = 0; round < 2000; ++round) {
+    std::string text;
+    for (int i = static_cast<int>(random() % 70); i > 0; --i) text += alphabet[random() % alphabet.size()];
+    std::vector<std::size_t> expected;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+      if (text[at] == '#' || text[at] == 'v') expected.push_back(at);
+    }
+    std::vector<std::size_t> visited;
+    ForEachOfTwoBytes(text, '#', 'v', [&](std::size_t at) { visited.push_back(at); });
+    ASSERT_EQ(visited, expected) << "'" << text << "'";
   }
 }
 
