@@ -85,7 +85,7 @@ std::string Preprocessed(TRunContext& run, std::string text) {
 TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path& dest,
                         const std::string& ext) {
   std::string error;
-  const auto bytes = ReadFileBytes(source, &error);
+  auto bytes = ReadFileBytes(source, &error);
   if (!bytes) return Fail(run, "      ERROR: File could not be read: " + error);
   if (ext == ".dfm" && BinaryFormBytes(*bytes)) {
     return Fail(run, "      ERROR: DFM is in binary format. Only text DFMs are supported: '" +
