@@ -1,6 +1,5 @@
 #include "creation/walk.h"
 
-
 #include "creation/file_names.h"
 #include "creation/file_processing.h"
 #include "creation/run_directives.h"

@@ -105,6 +105,9 @@ std::string LastGitError() {
   return error && error->message ? error->message : "unknown libgit2 error";
 }
 
+// The name of a pack file and its index, without the extension: the pack's checksum names it.
+std::string PackName(const TObjectId& trailer) { return "pack-" + ToHex(trailer); }
+
 // Writes the pieces to a temporary file in `folder`, then renames it to `name`.
 bool WriteFile(const std::filesystem::path& folder, const std::string& name,
                std::initializer_list<std::string_view> pieces) {
@@ -252,7 +255,7 @@ bool TObjectPack::FinishPackFile(const std::string& head, TObjectId& trailer) {
   if (!WriteAt(fd_, trailer_bytes, size) || ::fchmod(fd_, 0444) != 0) return false;
   const bool closed = ::close(fd_) == 0;
   fd_ = -1;
-  const std::filesystem::path file = folder_ / ("pack-" + ToHex(trailer) + ".pack");
+  const std::filesystem::path file = folder_ / (PackName(trailer) + ".pack");
   if (closed && ::rename(temporary_.c_str(), file.c_str()) == 0) return true;
   ::unlink(temporary_.c_str());
   return false;
@@ -293,7 +296,7 @@ bool TObjectPack::Write(std::string& error) {
   index_sum.Update(index);
   const TObjectId index_trailer = index_sum.Final();
 
-  const std::string name = "pack-" + ToHex(trailer);
+  const std::string name = PackName(trailer);
   // The index last: a pack counts once its index is there.
   bool written = WriteFile(folder_, name + ".idx",
                            {index, std::string_view(reinterpret_cast<const char*>(index_trailer.data()), 20)});

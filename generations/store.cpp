@@ -140,10 +140,12 @@ TFiles FilesOfTree(git_repository* repo, const TObjectId& id) {
   return files;
 }
 
+fs::path PackFolder(const fs::path& store) { return store / "objects" / "pack"; }
+
 std::vector<fs::path> PackFiles(const fs::path& store) {
   std::vector<fs::path> files;
   std::error_code error;
-  for (const auto& entry : fs::directory_iterator(store / "objects" / "pack", error)) files.push_back(entry.path());
+  for (const auto& entry : fs::directory_iterator(PackFolder(store), error)) files.push_back(entry.path());
   return files;
 }
 
@@ -204,6 +206,8 @@ bool TGenerationStore::OpenObjects() {
   return git_repository_odb(&odb_, repo_) == 0 && git_odb_new(&packs_) == 0 &&
          git_odb_backend_pack(&packs, objects.c_str()) == 0 && git_odb_add_backend(packs_, packs, 1) == 0;
 }
+
+TObjectPack TGenerationStore::NewPack() const { return TObjectPack(packs_, PackFolder(folder_)); }
 
 TGenerationStore::~TGenerationStore() {
   git_odb_free(packs_);
@@ -379,7 +383,7 @@ bool TGenerationStore::Repack(std::string& error) {
   }
   const std::vector<fs::path> old_packs = PackFiles(folder_);
   if (old_packs.size() <= 2) return true;  // one pack and its index: nothing to gain
-  TObjectPack pack(odb_, folder_ / "objects" / "pack", TObjectPack::kKeepStored);
+  TObjectPack pack(odb_, PackFolder(folder_), TObjectPack::kKeepStored);
   for (const TObjectId& id : objects) {
     const git_oid oid = ToGitOid(id);
     GitPtr<git_odb_object, git_odb_object_free> object;

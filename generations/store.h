@@ -65,7 +65,7 @@ class TGenerationStore {
                                                 std::string& error);
 
   // An empty batch of objects for this store.
-  TObjectPack NewPack() const { return TObjectPack(packs_, folder_ / "objects" / "pack"); }
+  TObjectPack NewPack() const;
 
   // The pristine generations, oldest first.
   std::vector<TGeneration> Generations() const;
