@@ -118,10 +118,10 @@ TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path
   return TFileOutcome::Processed;
 }
 
-// Where a link in the template leads when that is outside the template; empty otherwise.
+// Where the link `source` in the template leads when that is outside the template; empty
+// otherwise.
 std::string LinkOutsideTemplate(const TRunContext& run, const fs::path& source) {
   std::error_code ec;
-  if (!fs::is_symlink(source, ec)) return {};
   const fs::path target = fs::weakly_canonical(source, ec);
   const fs::path folder = fs::weakly_canonical(run.template_folder, ec);
   const fs::path relative = target.lexically_relative(folder);
@@ -156,9 +156,9 @@ bool BinaryFormBytes(const std::string& bytes) {
   return std::string_view(bytes).substr(0, end) == "\xFF";
 }
 
-TFileOutcome Process_File(TRunContext& run, const fs::path& source, const fs::path& dest_folder) {
+TFileOutcome Process_File(TRunContext& run, const fs::path& source, bool is_link, const fs::path& dest_folder) {
   platform::ScopedRoutine routine("TSaW_frmCreation.TfrmCreation.Process_File");
-  if (const std::string outside = LinkOutsideTemplate(run, source); !outside.empty()) {
+  if (const std::string outside = is_link ? LinkOutsideTemplate(run, source) : std::string(); !outside.empty()) {
     return Fail(run, "      ERROR: '" + source.string() + "' is a link to '" + outside +
                          "' outside the template; not followed.");
   }

@@ -15,8 +15,9 @@ enum class TFileOutcome { Processed, Failed, Aborted };
 // the preprocessor for ".dpr", ".pas" and ".inc". A file that cannot be read, refused (binary
 // form, a name leading out of the Project Set) or written is Failed with an ERROR line; one whose
 // expansion breaks the expansion's bounds is Failed and sets the run's stop reason as well; the
-// preprocessor's error is thrown on to the run.
-TFileOutcome Process_File(TRunContext& run, const std::filesystem::path& source,
+// preprocessor's error is thrown on to the run. `is_link` says whether the walk's listing found
+// `source` to be a link, which must not lead out of the template.
+TFileOutcome Process_File(TRunContext& run, const std::filesystem::path& source, bool is_link,
                           const std::filesystem::path& dest_folder);
 
 // True when the file named `name` is one the walk skips (by extension or name).

@@ -101,7 +101,7 @@ bool WalkFolder(TRunContext& run, const fs::path& folder, bool in_target) {
   return Scan_More(run, folder, TLevel::Inner, in_target);
 }
 
-bool WalkFile(TRunContext& run, const fs::path& file) {
+bool WalkFile(TRunContext& run, const fs::path& file, bool is_link) {
   const bool skip = SkippedFile(file.filename().string());
   if (run.count_only) {
     ++run.counters.FilesScanned;
@@ -111,7 +111,7 @@ bool WalkFile(TRunContext& run, const fs::path& file) {
     run.AdvanceGauge();
     if (run.aborted) return false;
     if (!skip) {
-      const TFileOutcome outcome = Process_File(run, file, DestinationOf(run, file.parent_path()));
+      const TFileOutcome outcome = Process_File(run, file, is_link, DestinationOf(run, file.parent_path()));
       if (outcome == TFileOutcome::Aborted) return false;
       ++(outcome == TFileOutcome::Processed ? run.counters.FilesProcessed : run.counters.FilesFailed);
       // A file that broke a bound stops the run: the next would most likely break it too.
@@ -129,7 +129,7 @@ bool Scan_More(TRunContext& run, const fs::path& source, TLevel level, bool in_t
     // A linked folder is not entered (a link to a parent would never end); it fails as a file.
     const bool folder = fs::is_directory(entry.Status);
     if (folder && IsCatalogueFolder(entry.Name, level)) continue;
-    if (!(folder ? WalkFolder(run, path, in_target) : WalkFile(run, path))) return false;
+    if (!(folder ? WalkFolder(run, path, in_target) : WalkFile(run, path, fs::is_symlink(entry.Status)))) return false;
   }
   return !run.aborted;
 }

@@ -7,6 +7,8 @@
 #include <array>
 #include <cerrno>
 #include <functional>
+#include <random>
+#include <string_view>
 #include <system_error>
 
 namespace tsaw {
@@ -53,8 +55,7 @@ FileDescriptor OpenRegular(const std::filesystem::path& path, struct stat& statu
     reason = "it is not a regular file";
     return FileDescriptor(-1);
   }
-  // Regular files never block; reads then behave as usual.
-  ::fcntl(fd.get(), F_SETFL, ::fcntl(fd.get(), F_GETFL) & ~O_NONBLOCK);
+  // O_NONBLOCK stays: reads of a regular file never wait on it anyway.
   return fd;
 }
 
@@ -86,14 +87,16 @@ bool WriteAll(int fd, const char* data, size_t size) {
 }
 
 // The process's umask, asked once: reading it means setting it, twice over.
-mode_t NewFileMode() {
-  static const mode_t mode = [] {
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return 0666 & ~mask;
+mode_t ProcessUmask() {
+  static const mode_t mask = [] {
+    const mode_t asked = ::umask(0);
+    ::umask(asked);
+    return asked;
   }();
-  return mode;
+  return mask;
 }
+
+mode_t NewFileMode() { return 0666 & ~ProcessUmask(); }
 
 // Copies the rest of `in` to `out` inside the kernel (sharing the blocks where the file system
 // can); false when that cannot be done between these two files, and nothing was copied then.
@@ -112,21 +115,39 @@ bool CopyInKernel(int in, int out, std::string& reason, bool& copied) {
   }
 }
 
+// Makes a new file with a name of its own beside `path`, a short one (".tsaw-" and six letters)
+// so that a file name near the system's length limit still has room, already with `mode` unless
+// the umask takes some of it away. Returns the descriptor (-1 with `reason` set on failure) and
+// the name in `name`.
+FileDescriptor CreateBeside(const std::filesystem::path& path, mode_t mode, std::string& name, std::string& reason) {
+  static constexpr std::string_view kLetters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+  thread_local std::minstd_rand random(std::random_device{}());
+  const std::string folder = path.parent_path().string();
+  for (int attempt = 0; attempt < 100; ++attempt) {
+    name = (folder.empty() ? std::string() : folder + "/") + ".tsaw-";
+    for (int letter = 0; letter < 6; ++letter) name += kLetters[random() % kLetters.size()];
+    FileDescriptor fd(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+    if (fd.get() >= 0 && (mode & ProcessUmask()) != 0 && ::fchmod(fd.get(), mode) != 0) {
+      reason = SystemReason(errno);
+      ::unlink(name.c_str());
+      return FileDescriptor(-1);
+    }
+    if (fd.get() >= 0 || errno != EEXIST) {
+      if (fd.get() < 0) reason = SystemReason(errno);
+      return fd;
+    }
+  }
+  reason = SystemReason(EEXIST);
+  return FileDescriptor(-1);
+}
+
 // Writes what `fill` produces into a temporary file beside `path` and renames it over `path`.
 bool WriteBeside(const std::filesystem::path& path, mode_t mode,
                  const std::function<bool(int fd, std::string& reason)>& fill, std::string& reason) {
-  // A short name of its own, so that a file name near the system's length limit still has room.
-  std::string name = (path.parent_path() / ".tsaw-XXXXXX").string();
-  FileDescriptor fd(::mkostemp(name.data(), O_CLOEXEC));
-  if (fd.get() < 0) {
-    reason = SystemReason(errno);
-    return false;
-  }
+  std::string name;
+  FileDescriptor fd = CreateBeside(path, mode, name, reason);
+  if (fd.get() < 0) return false;
   bool done = fill(fd.get(), reason);
-  if (done && ::fchmod(fd.get(), mode) != 0) {
-    reason = SystemReason(errno);
-    done = false;
-  }
   if (fd.Close() != 0 && done) {
     reason = SystemReason(errno);
     done = false;
@@ -139,6 +160,36 @@ bool WriteBeside(const std::filesystem::path& path, mode_t mode,
   return done;
 }
 
+// Reads the `expected` bytes fstat announced straight into `bytes`; false with `reason` set on a
+// read error or when the bound is passed.
+bool ReadAllInto(int fd, size_t expected, std::string& bytes, std::string& reason) {
+  bytes.resize(expected);
+  size_t have = 0;
+  while (have < expected) {
+    const ssize_t count = ::read(fd, bytes.data() + have, expected - have);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) {
+      reason = SystemReason(errno);
+      return false;
+    }
+    if (count == 0) break;  // it shrank
+    have += static_cast<size_t>(count);
+  }
+  bytes.resize(have);
+  // The file as it was when opened; one more read to find its end would cost a system call per
+  // file. Only files that announce no size (the kernel makes some up as they are read) are read
+  // on to their end.
+  if (expected != 0) return true;
+  return ReadAll(fd, [&](const char* data, size_t size) {
+    if (bytes.size() + size > kMostFileBytes) {
+      reason = "it is larger than " + std::to_string(kMostFileBytes >> 20) + " MB";
+      return false;
+    }
+    bytes.append(data, size);
+    return true;
+  }, reason);
+}
+
 }  // namespace
 
 std::optional<std::string> ReadFileBytes(const std::filesystem::path& path, std::string* error) {
@@ -148,18 +199,8 @@ std::optional<std::string> ReadFileBytes(const std::filesystem::path& path, std:
   std::string bytes;
   if (fd.get() >= 0 && static_cast<size_t>(status.st_size) > kMostFileBytes) {
     reason = "it is larger than " + std::to_string(kMostFileBytes >> 20) + " MB";
-  } else if (fd.get() >= 0) {
-    bytes.reserve(static_cast<size_t>(status.st_size));
-    // The size may change while reading; the bound holds for what is read.
-    const auto append = [&](const char* data, size_t size) {
-      if (bytes.size() + size > kMostFileBytes) {
-        reason = "it is larger than " + std::to_string(kMostFileBytes >> 20) + " MB";
-        return false;
-      }
-      bytes.append(data, size);
-      return true;
-    };
-    if (ReadAll(fd.get(), append, reason)) return bytes;
+  } else if (fd.get() >= 0 && ReadAllInto(fd.get(), static_cast<size_t>(status.st_size), bytes, reason)) {
+    return bytes;
   }
   if (error) *error = "Cannot read \"" + path.string() + "\": " + reason;
   return std::nullopt;

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "testing/temp_dir.h"
@@ -39,6 +40,14 @@ TEST(FileBytesTest, RefusesFilesLargerThanTheReadBound) {
   EXPECT_EQ(ReadFileBytes(big, &error)->size(), kMostFileBytes);
 }
 
+// Files the kernel makes up as they are read announce a size of 0 and are read to their end.
+TEST(FileBytesTest, ReadsFilesThatAnnounceNoSizeToTheirEnd) {
+  std::string error;
+  const std::optional<std::string> status = ReadFileBytes("/proc/self/status", &error);
+  ASSERT_TRUE(status) << error;
+  EXPECT_NE(status->find("\nPid:"), std::string::npos);
+}
+
 TEST(FileBytesTest, ReplacesAFileWholeKeepingItsPermissionsAndLeavingNothingBeside) {
   testing::TempDir dir;
   const fs::path job = dir.Write("Job.ini", std::string(5000, 'o'));
@@ -47,6 +56,17 @@ TEST(FileBytesTest, ReplacesAFileWholeKeepingItsPermissionsAndLeavingNothingBesi
   EXPECT_EQ(dir.Read("Job.ini"), "new");
   EXPECT_EQ(fs::status(job).permissions() & fs::perms::all,
             fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+  // Bits the umask takes from a new file stay on a replaced one.
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  const fs::path shared = dir.Write("Shared.ini", "old");
+  fs::permissions(shared, fs::perms::all);
+  ASSERT_TRUE(WriteFileBytes(shared, "new"));
+  ASSERT_TRUE(WriteFileBytes(dir.path() / "Fresh.ini", "new"));
+  EXPECT_EQ(fs::status(shared).permissions() & fs::perms::all, fs::perms::all);
+  EXPECT_EQ(static_cast<mode_t>(fs::status(dir.path() / "Fresh.ini").permissions() & fs::perms::all), 0666 & ~mask);
+  fs::remove(shared);
+  fs::remove(dir.path() / "Fresh.ini");
   const fs::path source = dir.Write("tool.sh", "#!/bin/sh\n");
   fs::permissions(source, fs::perms::owner_all);
   ASSERT_TRUE(CopyFileBytes(source, dir.path() / "copy.sh"));

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <string>
+
 #include "testing/temp_dir.h"
 
 namespace tsaw {
@@ -105,6 +108,23 @@ TEST(TextFileTest, NormalisesLineEndsOnlyWhereNeeded) {
     platform::MakeCrLfLines(normalised);
     EXPECT_EQ(normalised, platform::WithCrLfLines(text)) << "'" << text << "'";
     EXPECT_EQ(platform::HasCrLfLines(text), normalised == text) << "'" << text << "'";
+  }
+}
+
+// The same on longer texts of short lines, where line ends fall anywhere in a block of sixteen.
+TEST(TextFileTest, NormalisesLineEndsOnlyWhereNeededInLongTexts) {
+  std::mt19937 random(7);
+  const char letters[] = {'a', '\r', '\n'};
+  for (int round = 0; round < 20000; ++round) {
+    std::string text;
+    const auto lines = random() % 12;
+    for (unsigned line = 0; line < lines; ++line) text += std::string(random() % 9, 'a') + "\r\n";
+    // Most texts are well formed; the others get one stray letter somewhere.
+    if (!text.empty() && round % 2 == 1) text[random() % text.size()] = letters[random() % 3];
+    std::string normalised = text;
+    platform::MakeCrLfLines(normalised);
+    ASSERT_EQ(normalised, platform::WithCrLfLines(text)) << "'" << text << "'";
+    ASSERT_EQ(platform::HasCrLfLines(text), normalised == text) << "'" << text << "'";
   }
 }
 
