@@ -1,6 +1,6 @@
 #pragma once
 // One folder's entries as the template walks want them: in name order, hidden names left out,
-// each with the status of the entry itself (a link is a link, not what it points to).
+// each with the type of the entry itself (a link is a link, not what it points to).
 
 #include <filesystem>
 #include <string>
@@ -11,7 +11,7 @@ namespace tsaw::platform {
 
 struct TFolderEntry {
   std::string Name;
-  std::filesystem::file_status Status;  // links not followed
+  std::filesystem::file_status Status;  // the type only; links not followed
 };
 
 // The entries of `folder` whose names do not begin with ".", sorted by name (byte order). When
