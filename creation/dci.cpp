@@ -6,6 +6,7 @@
 #include <random>
 
 #include "model/text_file.h"
+#include "platform/find_bytes.h"
 
 namespace tsaw::creation {
 namespace {
@@ -72,20 +73,21 @@ class ReproducibleDciGenerator : public TDciGenerator {
   uint64_t calls_ = 0;
 };
 
-std::size_t Indent(const std::string& line) {
+std::size_t Indent(std::string_view line) {
   const auto first = line.find_first_not_of(' ');
   return first == std::string::npos ? line.size() : first;
 }
 
-std::string Trimmed(const std::string& line) {
+// A view into `line`: forms are scanned line by line, and most lines are only looked at.
+std::string_view Trimmed(std::string_view line) {
   const auto first = line.find_first_not_of(" \t");
-  if (first == std::string::npos) return {};
+  if (first == std::string_view::npos) return {};
   return line.substr(first, line.find_last_not_of(" \t") - first + 1);
 }
 
-bool StartsWith(const std::string& s, const char* prefix) { return s.rfind(prefix, 0) == 0; }
+bool StartsWith(std::string_view s, std::string_view prefix) { return s.starts_with(prefix); }
 
-bool IsObjectLine(const std::string& trimmed) {
+bool IsObjectLine(std::string_view trimmed) {
   return StartsWith(trimmed, "object ") || StartsWith(trimmed, "inline ") ||
          StartsWith(trimmed, "inherited ");
 }
@@ -97,11 +99,11 @@ struct FormObject {
   std::string name;
 };
 
-bool ParseObjectLine(const std::string& trimmed, FormObject& object) {
+bool ParseObjectLine(std::string_view trimmed, FormObject& object) {
   if (!StartsWith(trimmed, "object ") && !StartsWith(trimmed, "inline ")) return false;
   const auto colon = trimmed.find(':');
   if (colon == std::string::npos) return false;
-  const std::string rest = Trimmed(trimmed.substr(colon + 1));
+  const std::string_view rest = Trimmed(trimmed.substr(colon + 1));
   // The class test is a prefix test, as ": Ttsa" found in the line is: TtsaPlugin is a plug-in.
   if (rest.rfind("TqrxTsaMan", 0) == 0) {
     object.kind = "Manager";
@@ -110,7 +112,7 @@ bool ParseObjectLine(const std::string& trimmed, FormObject& object) {
   } else {
     return false;
   }
-  object.name = Trimmed(trimmed.substr(7, colon - 7));
+  object.name = std::string(Trimmed(trimmed.substr(7, colon - 7)));
   return true;
 }
 
@@ -156,7 +158,7 @@ struct PropertyScan {
 };
 
 std::string PropertyValue(const std::vector<std::string>& lines, std::size_t at, std::size_t stop) {
-  std::string value = Trimmed(lines[at].substr(lines[at].find('=') + 1));
+  std::string value(Trimmed(std::string_view(lines[at]).substr(lines[at].find('=') + 1)));
   for (std::size_t next = at + 1; next < stop && !value.empty() && value.back() == '+'; ++next) {
     value += Trimmed(lines[next]);
   }
@@ -169,7 +171,7 @@ PropertyScan ScanProperties(const std::vector<std::string>& lines, const FormObj
   scan.property_indent = object_indent + 2;
   std::size_t i = object.line + 1;
   for (; i < lines.size(); ++i) {
-    const std::string trimmed = Trimmed(lines[i]);
+    const std::string_view trimmed = Trimmed(lines[i]);
     const std::size_t indent = Indent(lines[i]);
     if (indent <= object_indent && !trimmed.empty()) break;
     if (indent == scan.property_indent && IsObjectLine(trimmed)) break;
@@ -213,6 +215,11 @@ std::string FormatDci(const std::string& dci, int left_margin) {
     out += margin + "'" + dci.substr(at, kDciPieceLength) + "'";
   }
   return out;
+}
+
+bool MayHoldDciObject(std::string_view form) {
+  return platform::FindBytes(form, "Ttsa") != std::string_view::npos ||
+         platform::FindBytes(form, "TqrxTsaMan") != std::string_view::npos;
 }
 
 void RenewDci(std::vector<std::string>& lines, const std::string& relative_path,

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tsaw::creation {
@@ -44,5 +45,9 @@ std::string FormatDci(const std::string& dci, int left_margin);
 // left unchanged. Progress lines go to `report`.
 void RenewDci(std::vector<std::string>& lines, const std::string& relative_path,
               TDciGenerator& generator, const std::function<void(const std::string&)>& report);
+
+// False when no line of the form text can open such an object (neither class name is in it), so
+// RenewDci would leave it unchanged and say nothing: most forms need not be split into lines.
+bool MayHoldDciObject(std::string_view form);
 
 }  // namespace tsaw::creation

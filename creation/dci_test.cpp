@@ -5,6 +5,8 @@
 #include <regex>
 #include <set>
 
+#include "platform/runtime_text.h"
+
 namespace tsaw::creation {
 namespace {
 
@@ -48,6 +50,8 @@ TEST_P(RenewDciTest, ReplacesOrInsertsTheIdentity) {
   RenewDci(lines, "Host/Main.dfm", dci, [&report](const std::string& line) { report.push_back(line); });
   EXPECT_EQ(lines, c.expected) << c.name;
   EXPECT_EQ(report, c.report) << c.name;
+  // The quick test that spares most forms the renewal must never turn away one it would change.
+  EXPECT_EQ(MayHoldDciObject(platform::JoinLines(c.form)), !c.report.empty()) << c.name;
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "creation/dci.h"
 #include "creation/file_names.h"
 #include "creation/project_file_cleaning.h"
 #include "model/expand.h"
@@ -97,11 +98,12 @@ TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path
   std::string text = std::move(*expanded);
   platform::MakeCrLfLines(text);
   const bool settings = InList(kProjectSettings, ext);
-  if (settings || ext == ".dfm") {
+  const bool form = ext == ".dfm" && MayHoldDciObject(text);
+  if (settings || form) {
     std::vector<std::string> lines = SplitLines(text);
     const auto report = [&run](const std::string& line) { run.Report(line); };
     if (settings) Remove_Template_Directives(lines, ext, report);
-    if (ext == ".dfm") RenewDci(lines, dest.lexically_relative(run.project_set).generic_string(), run.dci, report);
+    if (form) RenewDci(lines, dest.lexically_relative(run.project_set).generic_string(), run.dci, report);
     text = JoinLines(lines);
   }
   const bool aware = InList(kDirectiveAware, ext);
