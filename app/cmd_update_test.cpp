@@ -114,9 +114,20 @@ TEST_F(UpdateCommandTest, KeepsAnEditAcrossAnAddedTarget) {
   EXPECT_EQ(run.out, Statistics(4, 0, 0, 0, 1, 0) + Tail());
   EXPECT_EQ(SetFile("Delphi 7/Win32/Host/AcmeHost.dpr"), edited);
   EXPECT_EQ(SetFile("Delphi 2007/Win32/Host/AcmeHost.dpr"), "program AcmeHost;\r\nbegin\r\n  Run2007;\r\nend.\r\n");
+  // The update's section follows the whole report of the creation it made.
   const std::string report = dir_.Read("TSA/Wizard/Report.txt");
-  EXPECT_NE(report.find("  added     'Delphi 2007/Win32/Host/AcmeHost.dpr'\r\n"), std::string::npos) << report;
-  EXPECT_NE(report.find("  kept      'Delphi 7/Win32/Host/AcmeHost.dpr'\r\n"), std::string::npos) << report;
+  const std::string rule(96, '=');
+  EXPECT_EQ(report.substr(0, report.find(rule)), "\r\n");
+  const size_t statistics = report.find(std::string(42, ' ') + "REPORT STATISTICS");
+  ASSERT_NE(statistics, std::string::npos) << report;
+  std::string expected = std::string(42, ' ') + "REPORT STATISTICS\n" + rule + "\n\n SCANNED:    6 files in 7 folders\n" +
+                         " SKIPPED:    1 file in 23 folders\n FAILED:     0 files and 0 folders\n" +
+                         " PROCESSED:  5 files in 7 folders\n\n" + rule + "\n\n\n" + rule + "\n" + std::string(35, ' ') +
+                         "UPDATE OF THE PROJECT SET\n" + rule + "\n\n  added     'Delphi 2007/Win32/Host/AcmeHost.dpr'\n" +
+                         "  kept      'Delphi 7/Win32/Host/AcmeHost.dpr'\n  kept      'Logo.bmp'\n  kept      'Old.txt'\n" +
+                         "  kept      'ReadMe.txt'\n" + Statistics(4, 0, 0, 0, 1, 0);
+  for (auto at = expected.find('\n'); at != std::string::npos; at = expected.find('\n', at + 2)) expected.insert(at, "\r");
+  EXPECT_EQ(report.substr(statistics), expected);
 }
 
 TEST_F(UpdateCommandTest, MergesAnEditWithATemplateChangeElsewhereInTheSameFile) {

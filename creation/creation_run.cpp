@@ -63,7 +63,7 @@ TCreationRun::TCreationRun(TWizard& wizard, TRunServices services, TRunObserver&
 
 TCreationRun::~TCreationRun() = default;
 
-const std::vector<std::string>& TCreationRun::ReportLines() const { return run_->report; }
+const TReportLines& TCreationRun::ReportLines() const { return run_->report; }
 const TCounters& TCreationRun::Counters() const { return run_->counters; }
 const fs::path& TCreationRun::ProjectSetFolder() const { return project_set_; }
 const std::string& TCreationRun::StopReason() const { return run_->stop_reason; }
@@ -88,7 +88,7 @@ TRunOutcome TCreationRun::Start(bool dry_run) {
   TRunContext& run = *run_;
   run.step = 10;
   run.aborted = false;
-  run.report.clear();
+  run.report.Restart(ReportFile(wizard_).parent_path());
   run.stop_reason.clear();
   run.counters = {};
   run.dry_run = run.refused = false;
@@ -340,7 +340,7 @@ void TCreationRun::Finish(bool save_report) {
   run.step = 900;
   try {
     for (const std::string& line : StatisticsBlock(run.counters)) run.Report(line);
-    if (save_report) SaveReport(run.report, ReportFile(wizard_));
+    if (save_report) run.report.SaveAs(ReportFile(wizard_));
   } catch (const std::exception& error) {
     platform::DebugLine(platform::ExceptionLine(kRoutine, 900, error.what()));
   }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "creation/dci.h"
+#include "creation/report_lines.h"
 #include "creation/run_observer.h"
 #include "creation/written_files.h"
 #include "model/startup.h"
@@ -64,7 +65,8 @@ class TCreationRun {
   // the runs it is told of.
   void TellWrittenFiles(TWrittenFiles* listener);
 
-  const std::vector<std::string>& ReportLines() const;
+  // The report of the last run (a dry run's too, which is not saved).
+  const TReportLines& ReportLines() const;
   const TCounters& Counters() const;
   // The Project Set folder of the last run (empty before the run computed it).
   const std::filesystem::path& ProjectSetFolder() const;

@@ -152,7 +152,7 @@ TEST(CreationRunTest, AnErrorEndsTheRunWithTheExceptionLineAndTheReport) {
   setup.dir.Write("TSA/Wizard/Templates/Demo/Broken.pas", "x;\n{$ELSE}\n");
   TCreationRun run(setup.wizard, setup.Services(), setup.observer);
   EXPECT_EQ(run.Start(), TRunOutcome::Failed);
-  const std::vector<std::string>& report = run.ReportLines();
+  const std::vector<std::string> report = run.ReportLines().Read();
   const std::string line = report[report.size() - 13];
   const std::string start = "TSA EXCEPTION at TSaW_frmCreation.TfrmCreation.btnStart_OnClick.310: ";
   EXPECT_EQ(line.substr(0, start.size()), start);
@@ -192,7 +192,7 @@ TEST(CreationRunTest, AbortWhileCountingWritesNothingButTheReport) {
     if (task == "counting files and folders...") run.Abort();
   };
   EXPECT_EQ(run.Start(), TRunOutcome::Aborted);
-  EXPECT_EQ(run.ReportLines(), AbortedWhileCountingReport());
+  EXPECT_EQ(run.ReportLines().Read(), AbortedWhileCountingReport());
   EXPECT_EQ(setup.dir.Read("TSA/Wizard/Report.txt"), JoinLines(AbortedWhileCountingReport()));
   EXPECT_FALSE(fs::exists(setup.Out()));
 }
@@ -208,7 +208,7 @@ TEST(CreationRunTest, AbortWhileProcessingStopsAfterTheCurrentFile) {
   const TCounters counters = run.Counters();
   EXPECT_EQ(counters.FilesProcessed, 2);
   EXPECT_EQ(counters.FilesScanned, 12) << "the counting pass was complete";
-  const std::vector<std::string>& report = run.ReportLines();
+  const std::vector<std::string> report = run.ReportLines().Read();
   const auto aborted = std::find(report.begin(), report.end(), "Process aborted!");
   ASSERT_NE(aborted, report.end());
   EXPECT_EQ(std::find(aborted, report.end(), "Processing language Delphi 7..."), report.end());
@@ -236,7 +236,8 @@ TEST_P(ProjectSetRefusalTest, RefusesBeforeTouchingAnything) {
       << c.name << ": " << reason;
   EXPECT_EQ(DemoSetup::Tree(setup.Out()), (Tree{{"keep.txt", "mine"}})) << c.name;
   EXPECT_TRUE(setup.trash.Moved.empty()) << c.name;
-  EXPECT_EQ(run.ReportLines()[run.ReportLines().size() - 13], "  ERROR: " + reason) << c.name;
+  const std::vector<std::string> report = run.ReportLines().Read();
+  EXPECT_EQ(report[report.size() - 13], "  ERROR: " + reason) << c.name;
 }
 
 INSTANTIATE_TEST_SUITE_P(

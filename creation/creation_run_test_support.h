@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "creation/creation_run.h"
 #include "model/wizard.h"
@@ -22,9 +23,11 @@ class NumberedDci : public TDciGenerator {
   int calls_ = 0;
 };
 
-// Calls `on_pump` at every pump point, with the task label as it stands.
+// Calls `on_pump` at every pump point, with the task label as it stands, and keeps the report
+// lines it is told.
 class ScriptedObserver : public TRunObserver {
  public:
+  void ReportLine(const std::string& line) override { lines.push_back(line); }
   void TaskChanged(const std::string& new_task) override { task = new_task; }
   void Pump() override {
     ++pumps;
@@ -33,6 +36,7 @@ class ScriptedObserver : public TRunObserver {
   std::function<void(const std::string& task)> on_pump;
   std::string task;
   int pumps = 0;
+  std::vector<std::string> lines;
 };
 
 // A temporary root with the template "Demo" (prefix T101, two plug-ins) selected, only target

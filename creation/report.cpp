@@ -2,8 +2,6 @@
 
 #include "model/expand.h"
 #include "model/format.h"
-#include "model/text_file.h"
-#include "platform/debug_log.h"
 
 namespace tsaw::creation {
 namespace {
@@ -51,13 +49,6 @@ std::vector<std::string> StatisticsBlock(const TCounters& c) {
 
 std::filesystem::path ReportFile(const TWizard& wizard) {
   return std::filesystem::path(wizard.WizardFolder + "Report.txt");
-}
-
-bool SaveReport(const std::vector<std::string>& lines, const std::filesystem::path& file) {
-  std::string error;
-  if (WriteFileBytes(file, JoinLines(lines), &error)) return true;
-  platform::DebugLine("The report could not be saved: " + error);
-  return false;
 }
 
 }  // namespace tsaw::creation

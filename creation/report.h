@@ -1,5 +1,5 @@
 #pragma once
-// The creation report: its fixed header, its statistics block, and saving it as "Report.txt".
+// The creation report: its fixed header, its statistics block, and where it is saved.
 
 #include <filesystem>
 #include <string>
@@ -18,9 +18,5 @@ std::vector<std::string> StatisticsBlock(const TCounters& counters);
 
 // The report file of a wizard state: its wizard folder followed by "Report.txt".
 std::filesystem::path ReportFile(const TWizard& wizard);
-
-// Writes `lines` (CR LF after each) to `file`, replacing it. A failure is only logged; returns
-// whether the file was written.
-bool SaveReport(const std::vector<std::string>& lines, const std::filesystem::path& file);
 
 }  // namespace tsaw::creation

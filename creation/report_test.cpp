@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "testing/temp_dir.h"
-
 namespace tsaw::creation {
 namespace {
 
@@ -15,13 +13,6 @@ TEST(StatisticsBlockTest, UsesThePluralExceptForOne) {
                                       " SCANNED:    1,234 files in 1 folder", " SKIPPED:    1 file in 0 folders",
                                       " FAILED:     2 files and 1 folder", " PROCESSED:  0 files in 2 folders", "",
                                       rule, ""}));
-}
-
-TEST(SaveReportTest, WritesCrLfLinesAndOnlyLogsAFailure) {
-  testing::TempDir dir;
-  EXPECT_TRUE(SaveReport({"", "a", "b"}, dir.path() / "Report.txt"));
-  EXPECT_EQ(dir.Read("Report.txt"), "\r\na\r\nb\r\n");
-  EXPECT_FALSE(SaveReport({"a"}, dir.path() / "missing" / "Report.txt"));
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "creation/dci.h"
+#include "creation/report_lines.h"
 #include "creation/run_observer.h"
 #include "creation/written_files.h"
 #include "model/expand.h"
@@ -31,7 +32,7 @@ struct TRunContext {
   std::unique_ptr<TExpansionTable> expansion;
   TWrittenFiles* written = nullptr;  // told of each file the processing pass writes, when set
 
-  std::vector<std::string> report;
+  TReportLines report;
   std::string stop_reason;  // why the run stopped before finishing, for the command line
   TCounters counters;
   bool aborted = false;
@@ -50,7 +51,7 @@ struct TRunContext {
   std::filesystem::path project_set;      // the Project Set folder, no trailing separator
 
   void Report(const std::string& line = {}) {
-    report.push_back(line);
+    report.Add(line);
     observer.ReportLine(line);
   }
   void ShowCounters() { observer.CountersChanged(counters); }

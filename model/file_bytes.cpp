@@ -206,7 +206,7 @@ std::optional<std::string> ReadFileBytes(const std::filesystem::path& path, std:
   return std::nullopt;
 }
 
-bool WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, std::string* error) {
+bool WriteFileFrom(const std::filesystem::path& path, const TByteSource& source, std::string* error) {
   std::string reason;
   struct stat status {};
   const bool exists = ::stat(path.c_str(), &status) == 0;
@@ -215,14 +215,21 @@ bool WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, s
   } else {
     const mode_t mode = exists ? (status.st_mode & 07777) : NewFileMode();
     const auto fill = [&](int fd, std::string& fill_reason) {
-      if (WriteAll(fd, bytes.data(), bytes.size())) return true;
-      fill_reason = SystemReason(errno);
-      return false;
+      const TByteSink write = [&](std::string_view bytes) {
+        if (WriteAll(fd, bytes.data(), bytes.size())) return true;
+        fill_reason = SystemReason(errno);
+        return false;
+      };
+      return source(write, fill_reason);
     };
     if (WriteBeside(path, mode, fill, reason)) return true;
   }
   if (error) *error = "Cannot write \"" + path.string() + "\": " + reason;
   return false;
+}
+
+bool WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, std::string* error) {
+  return WriteFileFrom(path, [bytes](const TByteSink& write, std::string&) { return write(bytes); }, error);
 }
 
 bool CopyFileBytes(const std::filesystem::path& source, const std::filesystem::path& dest, std::string* error) {

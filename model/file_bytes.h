@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,6 +26,16 @@ std::optional<std::string> ReadFileBytes(const std::filesystem::path& path, std:
 // False (with `error` set, when given, naming the file and the reason) on failure, and `path` is
 // then as it was.
 bool WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, std::string* error = nullptr);
+
+// Takes bytes to write; false when they could not be written.
+using TByteSink = std::function<bool(std::string_view bytes)>;
+// Hands the bytes of a file to the sink, in order; false to give up, with `reason` set unless the
+// sink failed (which sets it).
+using TByteSource = std::function<bool(const TByteSink& write, std::string& reason)>;
+
+// Writes the bytes `source` gives, replacing the file as WriteFileBytes does; when it gives up,
+// `path` is as it was.
+bool WriteFileFrom(const std::filesystem::path& path, const TByteSource& source, std::string* error = nullptr);
 
 // Copies a regular file's bytes to `dest` the same way, with the source's permissions; any size.
 // False (with `error` set) when the source is not a regular file or either side fails.

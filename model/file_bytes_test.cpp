@@ -103,5 +103,25 @@ TEST(FileBytesTest, AFailedWriteLeavesTheOldFile) {
   EXPECT_EQ(entries, 1u);
 }
 
+TEST(FileBytesTest, ASourceThatGivesUpHalfWayLeavesTheOldFile) {
+  testing::TempDir dir;
+  const fs::path report = dir.Write("Report.txt", "old");
+  const TByteSource half = [](const TByteSink& write, std::string& reason) {
+    if (!write("new, first half")) return false;
+    reason = "the rest could not be read";
+    return false;
+  };
+  std::string error;
+  EXPECT_FALSE(WriteFileFrom(report, half, &error));
+  EXPECT_EQ(error, "Cannot write \"" + report.string() + "\": the rest could not be read");
+  EXPECT_EQ(dir.Read("Report.txt"), "old");
+  size_t entries = 0;
+  for ([[maybe_unused]] const auto& entry : fs::directory_iterator(dir.path())) ++entries;
+  EXPECT_EQ(entries, 1u);
+  const TByteSource pieces = [](const TByteSink& write, std::string&) { return write("new, ") && write("whole"); };
+  ASSERT_TRUE(WriteFileFrom(report, pieces));
+  EXPECT_EQ(dir.Read("Report.txt"), "new, whole");
+}
+
 }  // namespace
 }  // namespace tsaw

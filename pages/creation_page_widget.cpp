@@ -372,7 +372,7 @@ void TfrmCreation::ShowReportText() {
   memo->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   QStringList lines;
   if (run_) {
-    for (const std::string& line : run_->ReportLines()) lines << QString::fromStdString(line);
+    for (const std::string& line : run_->ReportLines().Read()) lines << QString::fromStdString(line);
   }
   memo->setPlainText(lines.join('\n'));
   (new QVBoxLayout(dialog))->addWidget(memo);

@@ -72,11 +72,9 @@ TUpdateResult Update(TWizard& wizard, creation::TCreationRun& run, bool dry_run)
                             generations::MetaOf(wizard, "update")}, error)) {
     return {TUpdateOutcome::Failed, error, std::move(result.Plan), project_set, made};
   }
-  std::vector<std::string> report = run.ReportLines();
-  for (auto part : {UpdateSection(result.Plan, dry_run), UpdateStatistics(result.Plan)}) {
-    report.insert(report.end(), part.begin(), part.end());
-  }
-  creation::SaveReport(report, creation::ReportFile(wizard));
+  std::vector<std::string> update_lines = UpdateSection(result.Plan, dry_run);
+  for (std::string& line : UpdateStatistics(result.Plan)) update_lines.push_back(std::move(line));
+  run.ReportLines().SaveAs(creation::ReportFile(wizard), update_lines);
   if (result.Plan.Count(TFate::Conflict) > 0) result.Outcome = TUpdateOutcome::Conflicts;
   return result;
 }
