@@ -30,6 +30,16 @@ inline std::size_t FindBytes(std::string_view text, std::string_view needle, std
   return std::string_view::npos;
 }
 
+#if defined(__SSE2__)
+// One bit per byte of the sixteen at `bytes` that equals one of the bytes repeated in `want_a`
+// and `want_b`.
+inline unsigned EitherByteMask(const char* bytes, __m128i want_a, __m128i want_b) {
+  const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
+  return static_cast<unsigned>(
+      _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(block, want_a), _mm_cmpeq_epi8(block, want_b))));
+}
+#endif
+
 // Calls `visit(pos)` for each position of `text` that holds byte `a` or byte `b`, in order. One
 // pass for both, sixteen bytes at a time where the processor compares that many in one step,
 // so that frequent hits cost no more than a bit each.
@@ -40,15 +50,49 @@ void ForEachOfTwoBytes(std::string_view text, char a, char b, Visit visit) {
   const __m128i want_a = _mm_set1_epi8(a);
   const __m128i want_b = _mm_set1_epi8(b);
   for (; at + 16 <= text.size(); at += 16) {
-    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + at));
-    auto hits = static_cast<unsigned>(
-        _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(block, want_a), _mm_cmpeq_epi8(block, want_b))));
-    for (; hits != 0; hits &= hits - 1) visit(at + static_cast<std::size_t>(std::countr_zero(hits)));
+    for (unsigned hits = EitherByteMask(text.data() + at, want_a, want_b); hits != 0; hits &= hits - 1) {
+      visit(at + static_cast<std::size_t>(std::countr_zero(hits)));
+    }
   }
 #endif
   for (; at < text.size(); ++at) {
     if (text[at] == a || text[at] == b) visit(at);
   }
+}
+
+// The first position at or after `from` of `text` holding byte `a` or byte `b`, or npos. Inline
+// and sixteen bytes a step, so that a near hit costs no call and a far one little.
+inline std::size_t FindEitherByte(std::string_view text, char a, char b, std::size_t from = 0) {
+  std::size_t at = from;
+#if defined(__SSE2__)
+  const __m128i want_a = _mm_set1_epi8(a);
+  const __m128i want_b = _mm_set1_epi8(b);
+  for (; text.size() >= 16 && at <= text.size() - 16; at += 16) {
+    const unsigned hits = EitherByteMask(text.data() + at, want_a, want_b);
+    if (hits != 0) return at + static_cast<std::size_t>(std::countr_zero(hits));
+  }
+#endif
+  for (; at < text.size(); ++at) {
+    if (text[at] == a || text[at] == b) return at;
+  }
+  return std::string_view::npos;
+}
+
+// As `text.find(byte, from)`. The sixteen bytes at `from` are looked at inline, as in a text dense
+// with directives the next hit mostly lies that near; farther on memchr takes over.
+inline std::size_t FindByte(std::string_view text, char byte, std::size_t from = 0) {
+#if defined(__SSE2__)
+  if (text.size() >= 16 && from <= text.size() - 16) {
+    const __m128i want = _mm_set1_epi8(byte);
+    const unsigned hits = EitherByteMask(text.data() + from, want, want);
+    if (hits != 0) return from + static_cast<std::size_t>(std::countr_zero(hits));
+    from += 16;
+  }
+#endif
+  if (from >= text.size()) return std::string_view::npos;
+  const void* hit = std::memchr(text.data() + from, byte, text.size() - from);
+  return hit == nullptr ? std::string_view::npos
+                        : static_cast<std::size_t>(static_cast<const char*>(hit) - text.data());
 }
 
 }  // namespace tsaw::platform

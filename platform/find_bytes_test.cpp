@@ -45,5 +45,22 @@ TEST(FindBytesTest, VisitsEveryPlaceOfEitherByteInOrder) {
   }
 }
 
+// One byte, or the first of either of two, from every start, past the end too, with the hit
+// inside, at the edge of or beyond the first sixteen bytes: the answers must be the library's.
+TEST(FindBytesTest, FindsTheFirstOfOneOrEitherByte) {
+  std::mt19937 random(13);
+  const std::string alphabet = "\r\nxxxxxxxxxx\x80\xff";
+  for (int round = 0; round < 500; ++round) {
+    std::string text;
+    for (int i = static_cast<int>(random() % 70); i > 0; --i) text += alphabet[random() % alphabet.size()];
+    for (std::size_t from = 0; from <= text.size() + 1; ++from) {
+      ASSERT_EQ(FindEitherByte(text, '\r', '\n', from), std::string_view(text).find_first_of("\r\n", from))
+          << "'" << text << "' from " << from;
+      ASSERT_EQ(FindByte(text, '\n', from), std::string_view(text).find('\n', from))
+          << "'" << text << "' from " << from;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace tsaw::platform

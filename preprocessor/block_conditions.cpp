@@ -44,6 +44,10 @@ class ConditionFinder {
               const std::vector<std::uint32_t>& open) const {
     if (block.IsDdTrue) return true;
     if (block.Entry == kNoIndex) return false;
+    // A constant the text never sets is seen as the table holds it, wherever the block stands.
+    if (list_.SettersOf[block.Entry].empty()) {
+      return Holds(kind, defines_.Entries()[block.Entry].Value);
+    }
     return Holds(kind, Seen(block.Entry, block.If, open));
   }
 

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "platform/large_pages.h"
 #include "preprocessor/marker_cleanup.h"
 
 namespace tsaw {
@@ -123,6 +124,10 @@ class OutputWalk {
 }  // namespace
 
 bool AppendResolvedText(std::string_view text, const TDirectiveList& list, std::string& out) {
+  // Each directive leaves at most one marker on average, so the output fits without growing and
+  // copying a long text again on the way.
+  out.reserve(out.size() + text.size() + kMarkerA.size() * list.Directives.size());
+  platform::PreferLargePages(out.data(), out.capacity());
   return OutputWalk(text, list, out).Run();
 }
 

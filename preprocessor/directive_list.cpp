@@ -1,6 +1,7 @@
 #include "preprocessor/directive_list.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <unordered_map>
 
@@ -31,10 +32,17 @@ class Lister {
   void Run() {
     if (text_.size() >= kNoIndex) throw TPreprocessorError(1, "the text is 4 GB or larger");
     TDirScanner scanner(text_);
-    for (TDirSpan span = scanner.NextSpan(0); span.Kind != TDirKind::None;
-         span = scanner.NextSpan(span.End())) {
-      TListedDirective dir{span.Kind, static_cast<std::uint32_t>(span.Start),
-                           static_cast<std::uint32_t>(span.End()), kNoIndex};
+    // Each span is made in place and each directive filled field by field into the list: a
+    // record built aside and copied in whole costs a stall per directive on reading back what was
+    // just written.
+    for (std::size_t from = 0;;) {
+      const TDirSpan span = scanner.NextSpan(from);
+      if (span.Kind == TDirKind::None) break;
+      from = span.End();
+      TListedDirective& dir = list_.Directives.emplace_back();
+      dir.Kind = span.Kind;
+      dir.Start = static_cast<std::uint32_t>(span.Start);
+      dir.End = static_cast<std::uint32_t>(span.End());
       switch (span.Kind) {
         case TDirKind::Define:
         case TDirKind::Undef:
@@ -53,22 +61,26 @@ class Lister {
         case TDirKind::None:
           break;
       }
-      list_.Directives.push_back(dir);
     }
     list_.LeftOpen = open_;
   }
 
  private:
-  std::uint32_t Index() const { return static_cast<std::uint32_t>(list_.Directives.size()); }
+  // The index of the directive being listed, the last one in the list.
+  std::uint32_t Index() const { return static_cast<std::uint32_t>(list_.Directives.size() - 1); }
 
   // The constant `name` looks up, or kNoIndex. A run's table holds many constants and a text
   // repeats few names, so each name as written is looked up once.
   std::uint32_t EntryOf(std::string_view name) {
+    RecentName& recent = recent_[(name.size() ^ static_cast<unsigned char>(name.empty() ? 0 : name.back())) %
+                                 recent_.size()];
+    if (recent.Known && recent.Name == name) return recent.Entry;
     const auto [known, added] = entries_.try_emplace(name, kNoIndex);
     if (added) {
       const std::size_t entry = defines_.IndexOf(name);
       if (entry < defines_.Entries().size()) known->second = static_cast<std::uint32_t>(entry);
     }
+    recent = RecentName{name, known->second, true};
     return known->second;
   }
 
@@ -86,13 +98,12 @@ class Lister {
           "blocks are nested deeper than " + std::to_string(kMaxNesting) + " levels");
     }
     const std::string_view name = span.Name(text_);
-    TListedBlock block;
+    TListedBlock& block = list_.Blocks.emplace_back();  // filled in place, as directives are
     block.If = Index();
     block.Depth = static_cast<std::uint32_t>(open_.size() + 1);
     block.IsDd = name.starts_with("dd");
     block.IsDdTrue = name == "ddTrue";
     block.Entry = EntryOf(name);
-    list_.Blocks.push_back(block);
     open_.push_back(static_cast<std::uint32_t>(list_.Blocks.size() - 1));
     return open_.back();
   }
@@ -123,6 +134,14 @@ class Lister {
   TDirectiveList& list_;
   std::vector<std::uint32_t> open_;
   std::unordered_map<std::string_view, std::uint32_t> entries_;
+  // The names met last, by length and last letter: most directives repeat one of a few names,
+  // found here without hashing them.
+  struct RecentName {
+    std::string_view Name;
+    std::uint32_t Entry = kNoIndex;
+    bool Known = false;
+  };
+  std::array<RecentName, 16> recent_{};
   std::uint32_t first_extra_else_ = kNoIndex;
 };
 

@@ -1,8 +1,8 @@
 #include "preprocessor/directive_scanner.h"
 
 #include <array>
-#include <cstring>
 
+#include "platform/find_bytes.h"
 #include "platform/runtime_text.h"
 
 namespace tsaw {
@@ -16,13 +16,16 @@ constexpr std::array<std::string_view, 7> kKeywords = {"",       "DEFINE", "UNDE
 
 char AsciiUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
-// True when `keyword` (upper case) stands at `pos` in `text`, in any letter case.
+// True when `keyword` (upper case letters) stands at `pos` in `text`, in any letter case. Setting
+// bit 0x20 turns only the two cases of a letter into its lower case, so one OR per byte compares
+// them, and the bytes are compared all at once.
 bool KeywordAt(std::string_view text, std::size_t pos, std::string_view keyword) {
   if (text.size() - pos < keyword.size()) return false;
+  unsigned char folded = 0;
   for (std::size_t i = 0; i < keyword.size(); ++i) {
-    if (AsciiUpper(text[pos + i]) != keyword[i]) return false;
+    folded |= static_cast<unsigned char>((text[pos + i] | 0x20) ^ (keyword[i] | 0x20));
   }
-  return true;
+  return folded == 0;
 }
 
 // The kind whose keyword follows the "{$" at `open`, or None. No keyword begins another, so the
@@ -48,14 +51,12 @@ TDirKind KindAt(std::string_view text, std::size_t open) {
   }
 }
 
-// The first "{$" at or after `from`, or npos: memchr finds each "{", one comparison the "$".
+// The first "{$" at or after `from`, or npos: FindByte finds each "{", one comparison the "$".
 std::size_t FindDirectiveStart(std::string_view text, std::size_t from) {
-  while (from + 1 < text.size()) {
-    const void* brace = std::memchr(text.data() + from, '{', text.size() - 1 - from);
-    if (brace == nullptr) return std::string_view::npos;
-    const std::size_t at = static_cast<std::size_t>(static_cast<const char*>(brace) - text.data());
+  const std::string_view searched = text.substr(0, text.empty() ? 0 : text.size() - 1);
+  for (std::size_t at = platform::FindByte(searched, '{', from); at != std::string_view::npos;
+       at = platform::FindByte(searched, '{', at + 1)) {
     if (text[at + 1] == '$') return at;
-    from = at + 1;
   }
   return std::string_view::npos;
 }
@@ -77,7 +78,7 @@ std::size_t TDirScanner::FindCloseBrace(std::size_t from) {
                       (found_at_ == std::string_view::npos || found_at_ >= from);
   if (!cached) {
     searched_from_ = from;
-    found_at_ = text_.find('}', from);
+    found_at_ = platform::FindByte(text_, '}', from);
   }
   return found_at_;
 }

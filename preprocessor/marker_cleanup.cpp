@@ -1,10 +1,10 @@
 #include "preprocessor/marker_cleanup.h"
 
 #include <algorithm>
-#include <cstring>
 #include <vector>
 
 #include "platform/find_bytes.h"
+#include "platform/large_pages.h"
 #include "platform/runtime_text.h"
 
 namespace tsaw {
@@ -61,78 +61,76 @@ LineFate FateOf(std::string_view line) {
   return only_a || only_b ? LineFate::Delete : LineFate::Keep;
 }
 
-// The offset of the first `byte` in `text` at or after `from`, or npos.
-std::size_t FindByte(std::string_view text, char byte, std::size_t from) {
-  if (from >= text.size()) return std::string_view::npos;
-  const void* found = std::memchr(text.data() + from, byte, text.size() - from);
-  return found ? static_cast<std::size_t>(static_cast<const char*>(found) - text.data())
-               : std::string_view::npos;
-}
-
-// One line of the text: [Start, End) without its line break, Next just after it.
-struct Line {
-  std::size_t Start = 0, End = 0, Next = 0;
-  bool Deleted = false;
-};
+using Line = TTextLine;
 
 bool IsBreak(char c) { return c == '\r' || c == '\n'; }
 
-Line LineFrom(std::string_view text, std::size_t start) {
-  Line line{start, text.size(), text.size()};
-  const std::size_t cr = FindByte(text, '\r', start);
-  const std::size_t lf =
-      FindByte(text.substr(0, cr == std::string_view::npos ? text.size() : cr), '\n', start);
-  line.End = std::min({lf, cr, text.size()});
+// Sets `line` to the line of `text` that begins at `start`; no line break lies between `start`
+// and `from`.
+void SetLine(std::string_view text, std::size_t start, std::size_t from, Line& line) {
+  line.Start = start;
+  line.End = std::min(platform::FindEitherByte(text, '\r', '\n', from), text.size());
   line.Next = line.End;
   if (line.Next < text.size() && text[line.Next] == '\r') ++line.Next;
   if (line.Next < text.size() && text[line.Next] == '\n') ++line.Next;
-  return line;
 }
 
-// The lines holding a marker, in order; only they can change.
-std::vector<Line> MarkerLines(std::string_view text) {
-  std::vector<Line> lines;
-  for (std::size_t found = platform::FindBytes(text, kMarkerStart);
-       found != std::string_view::npos;) {
+// The first "{remove_me_" at or after `from`, or npos.
+std::size_t FindMarkerStart(std::string_view text, std::size_t from) {
+  for (std::size_t at = platform::FindByte(text, '{', from); at != std::string_view::npos;
+       at = platform::FindByte(text, '{', at + 1)) {
+    if (text.substr(at).starts_with(kMarkerStart)) return at;
+  }
+  return std::string_view::npos;
+}
+
+// Sets `lines` to the lines holding a marker, in order, with their fates; only they can change.
+// Each line is filled in place, as one made aside and copied in costs a stall on reading it back.
+void ListMarkerLines(std::string_view text, std::vector<Line>& lines) {
+  lines.clear();
+  for (std::size_t found = FindMarkerStart(text, 0); found != std::string_view::npos;) {
     std::size_t start = found;
     while (start > 0 && !IsBreak(text[start - 1])) --start;
-    lines.push_back(LineFrom(text, start));
-    found = platform::FindBytes(text, kMarkerStart, lines.back().Next);
+    Line& line = lines.emplace_back();
+    SetLine(text, start, found, line);
+    // Decided while the line is at hand, so that the pass from the last line to the first does
+    // not read the text again.
+    const LineFate fate = FateOf(text.substr(line.Start, line.End - line.Start));
+    line.Deleted = fate != LineFate::Keep;
+    line.TakesFollowingBlank = fate == LineFate::DeleteWithFollowingBlank;
+    found = FindMarkerStart(text, line.Next);
   }
-  return lines;
 }
 
-// Marks the marker lines a last-to-first pass deletes in place and returns the blank lines without
-// markers it deletes with them, in order. "The line that now follows" a deleted one is the nearest
-// survivor below it; the survivors below the current line are kept as runs of whole lines, nearest
-// on top, so that lines without markers are never visited one by one.
+// Lists the blank lines without markers that a last-to-first pass over the marker lines deletes
+// with them, in order. "The line that now follows" a deleted one is the nearest survivor below
+// it; the survivors below the current line are kept as runs of whole lines, nearest on top, so
+// that lines without markers are never visited one by one.
 class Deletions {
  public:
-  explicit Deletions(std::string_view text) : text_(text) {}
+  Deletions(std::string_view text, std::vector<TMarkerCleanup::LineRun>& survivors,
+            std::vector<Line>& blank_lines)
+      : text_(text), survivors_(survivors), blank_lines_(blank_lines) {
+    survivors_.clear();
+    blank_lines_.clear();
+  }
 
-  std::vector<Line> Of(std::vector<Line>& marker_lines) {
+  void Mark(const std::vector<Line>& marker_lines) {
     std::size_t below = text_.size();  // where the lines already passed begin
     for (auto line = marker_lines.rbegin(); line != marker_lines.rend(); ++line) {
       PushSurvivors(line->Next, below);
       below = line->Start;
-      const LineFate fate = FateOf(text_.substr(line->Start, line->End - line->Start));
-      if (fate == LineFate::Keep) {
+      if (!line->Deleted) {
         PushSurvivors(line->Start, line->Next);
-        continue;
+      } else if (line->TakesFollowingBlank) {
+        DeleteNearestSurvivorIfBlank();
       }
-      line->Deleted = true;
-      if (fate == LineFate::DeleteWithFollowingBlank) DeleteNearestSurvivorIfBlank();
     }
     std::sort(blank_lines_.begin(), blank_lines_.end(),
               [](const Line& a, const Line& b) { return a.Start < b.Start; });
-    return std::move(blank_lines_);
   }
 
  private:
-  struct Run {
-    std::size_t Start, End;
-  };
-
   void PushSurvivors(std::size_t start, std::size_t end) {
     if (start >= end) return;
     if (!survivors_.empty() && survivors_.back().Start == end) {
@@ -144,8 +142,9 @@ class Deletions {
 
   void DeleteNearestSurvivorIfBlank() {
     if (survivors_.empty()) return;
-    Run& nearest = survivors_.back();
-    const Line line = LineFrom(text_, nearest.Start);
+    TMarkerCleanup::LineRun& nearest = survivors_.back();
+    Line line;
+    SetLine(text_, nearest.Start, nearest.Start, line);
     if (!Trim(text_.substr(line.Start, line.End - line.Start)).empty()) return;
     blank_lines_.push_back(line);
     nearest.Start = line.Next;
@@ -153,28 +152,22 @@ class Deletions {
   }
 
   std::string_view text_;
-  std::vector<Run> survivors_;
-  std::vector<Line> blank_lines_;
+  std::vector<TMarkerCleanup::LineRun>& survivors_;  // nearest last
+  std::vector<Line>& blank_lines_;
 };
 
 // Appends the lines of `part` (whole lines of a text), each followed by CR LF. Runs of lines that
-// already end in CR LF are copied at once; the next CR and LF are each looked for again only once
-// passed, so the cost stays linear whatever the line ends.
+// already end in CR LF are copied at once.
 void AppendCrLfLines(std::string_view part, std::string& out) {
-  std::size_t next_cr = FindByte(part, '\r', 0);
-  std::size_t next_lf = FindByte(part, '\n', 0);
   std::size_t copied = 0;
-  for (std::size_t at = 0;;) {
-    if (next_cr < at) next_cr = FindByte(part, '\r', at);
-    if (next_lf < at) next_lf = FindByte(part, '\n', at);
-    const std::size_t line_break = std::min(next_cr, next_lf);
-    if (line_break == std::string_view::npos) break;
-    if (line_break == next_cr && next_lf == next_cr + 1) {
-      at = next_lf + 1;
+  for (std::size_t at = platform::FindEitherByte(part, '\r', '\n'); at != std::string_view::npos;
+       at = platform::FindEitherByte(part, '\r', '\n', at)) {
+    if (part[at] == '\r' && at + 1 < part.size() && part[at + 1] == '\n') {
+      at += 2;
       continue;
     }
-    out.append(part.substr(copied, line_break - copied)).append("\r\n");
-    at = copied = line_break + 1;
+    out.append(part.substr(copied, at - copied)).append("\r\n");
+    at = copied = at + 1;
   }
   if (copied == part.size()) return;
   out.append(part.substr(copied));
@@ -211,10 +204,31 @@ class CleanText {
   }
   // First every "{remove_me_a}", then every "{remove_me_b}" of what is left.
   void WriteStripped(const Line& line) {
-    without_a_.clear();
-    AppendWithout(Content(line), kMarkerA, without_a_);
-    AppendWithout(without_a_, kMarkerB, out_);
+    if (!AppendWithoutMarkersAtBraces(Content(line))) {
+      without_a_.clear();
+      AppendWithout(Content(line), kMarkerA, without_a_);
+      AppendWithout(without_a_, kMarkerB, out_);
+    }
     out_.append("\r\n");
+  }
+  // The same in one pass, when every "{" of `content` begins a marker: removing the start markers
+  // then cannot join the pieces of an end marker. Returns false, appending nothing, otherwise.
+  bool AppendWithoutMarkersAtBraces(std::string_view content) {
+    static_assert(kMarkerA.size() == kMarkerB.size());
+    const std::size_t written = out_.size();
+    std::size_t copied = 0;
+    for (std::size_t brace = platform::FindByte(content, '{'); brace != std::string_view::npos;
+         brace = platform::FindByte(content, '{', copied)) {
+      const std::string_view rest = content.substr(brace);
+      if (!rest.starts_with(kMarkerA) && !rest.starts_with(kMarkerB)) {
+        out_.resize(written);
+        return false;
+      }
+      out_.append(content.substr(copied, brace - copied));
+      copied = brace + kMarkerA.size();
+    }
+    out_.append(content.substr(copied));
+    return true;
   }
   void CopyUpTo(std::size_t end) { AppendCrLfLines(text_.substr(copied_, end - copied_), out_); }
 
@@ -226,17 +240,14 @@ class CleanText {
 
 }  // namespace
 
-std::string CleanUpMarkersToText(std::string_view text) {
+std::string TMarkerCleanup::ToText(std::string_view text) {
   std::string result;
   result.reserve(text.size() + 2);
-  std::vector<Line> marker_lines = MarkerLines(text);
-  const std::vector<Line> blank_lines = Deletions(text).Of(marker_lines);
-  CleanText(text, result).Write(marker_lines, blank_lines);
+  platform::PreferLargePages(result.data(), result.capacity());
+  ListMarkerLines(text, marker_lines_);
+  Deletions(text, survivors_, blank_lines_).Mark(marker_lines_);
+  CleanText(text, result).Write(marker_lines_, blank_lines_);
   return result;
-}
-
-std::vector<std::string> CleanUpMarkers(std::string_view text) {
-  return platform::SplitLines(CleanUpMarkersToText(text));
 }
 
 }  // namespace tsaw

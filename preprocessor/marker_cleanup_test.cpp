@@ -2,12 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/runtime_text.h"
-
 namespace tsaw {
 namespace {
-
-using platform::JoinLines;
 
 struct CleanupCase {
   const char* name;
@@ -34,10 +30,17 @@ TEST(MarkerCleanupTest, RemovesLinesThatHeldOnlyDirectives) {
        "{remove_me_b}{remove_me_a}\r\nend.", "\r\nend.\r\n"},
       {"markers are not rescanned after removal", "{remove_me_{remove_me_a}a}{remove_me_b}x",
        "{remove_me_a}x\r\n"},
+      {"an end marker joined by removing a start marker goes too", "{remove_me_{remove_me_a}b}x",
+       "x\r\n"},
+      {"two pair lines in a row take the two blank lines below them",
+       "{remove_me_a}{remove_me_b}\r\n{remove_me_a}{remove_me_b}\r\n\r\n\r\nz",
+       "z\r\n"},
   };
+  // One clean-up reused for every case must keep nothing of the texts before.
+  TMarkerCleanup reused;
   for (const CleanupCase& c : cases) {
-    EXPECT_EQ(JoinLines(CleanUpMarkers(c.text)), c.expected) << c.name;
-    EXPECT_EQ(CleanUpMarkersToText(c.text), c.expected) << c.name;
+    EXPECT_EQ(TMarkerCleanup().ToText(c.text), c.expected) << c.name;
+    EXPECT_EQ(reused.ToText(c.text), c.expected) << c.name;
   }
 }
 

@@ -64,7 +64,8 @@ void ApplySettings(const TDirectiveList& list, TDefines& defines) {
 }  // namespace
 
 TqrxModelProcessor::TqrxModelProcessor(TBusyCursorHook busy_cursor)
-    : busy_cursor_(std::move(busy_cursor)), directives_(std::make_unique<TDirectiveList>()) {}
+    : busy_cursor_(std::move(busy_cursor)), directives_(std::make_unique<TDirectiveList>()),
+      cleanup_(std::make_unique<TMarkerCleanup>()) {}
 
 TqrxModelProcessor::~TqrxModelProcessor() = default;
 
@@ -94,7 +95,7 @@ std::string TqrxModelProcessor::Execute() {
   // Same lines as splitting ProcessText(joined_, Defines, true), without joining them first.
   processed_.clear();
   const bool markers_used = Resolve(joined_, Defines, processed_);
-  Output = markers_used ? CleanUpMarkers(processed_) : SplitLines(processed_);
+  Output = SplitLines(markers_used ? cleanup_->ToText(processed_) : processed_);
   return {};
 }
 
@@ -103,7 +104,7 @@ std::string TqrxModelProcessor::ProcessText(std::string_view InputText, TDefines
   platform::ScopedRoutine routine("TSaW_ModelProcessor.TqrxModelProcessor.ProcessText");
   processed_.clear();
   const bool markers_used = Resolve(InputText, Defines, processed_);
-  if (RemoveMarkers && markers_used && !processed_.empty()) return CleanUpMarkersToText(processed_);
+  if (RemoveMarkers && markers_used && !processed_.empty()) return cleanup_->ToText(processed_);
   return processed_;
 }
 

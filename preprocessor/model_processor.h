@@ -17,6 +17,7 @@
 namespace tsaw {
 
 struct TDirectiveList;
+class TMarkerCleanup;
 
 // One open {$IFDEF}/{$IFNDEF} block. Positions are 1-based; the *Close fields hold the position of
 // each directive's "}". ElseStart 0 means no {$ELSE} was seen.
@@ -70,6 +71,7 @@ class TqrxModelProcessor {
   std::string joined_;
   std::string processed_;
   std::unique_ptr<TDirectiveList> directives_;
+  std::unique_ptr<TMarkerCleanup> cleanup_;
 };
 
 }  // namespace tsaw
