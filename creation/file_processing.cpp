@@ -76,11 +76,10 @@ std::optional<std::string> Expanded(TRunContext& run, std::string text, const st
 }
 
 // The preprocessor's Execute on the lines of `text`, without splitting it into lines first.
-std::string Preprocessed(TRunContext& run, std::string text) {
+// `text` ends every line in CR LF already, and the processor keeps them so.
+std::string Preprocessed(TRunContext& run, const std::string& text) {
   if (text.empty()) return text;
-  text = run.processor->ProcessText(text, run.processor->Defines, true);
-  platform::MakeCrLfLines(text);
-  return text;
+  return run.processor->ProcessText(text, run.processor->Defines, true);
 }
 
 TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path& dest,
@@ -108,7 +107,9 @@ TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path
   }
   const bool aware = InList(kDirectiveAware, ext);
   run.Report(std::string("      Is directive-aware? ") + YesNo(aware));
-  if (aware) text = Preprocessed(run, std::move(text));
+  // A directive-aware file is neither a settings file nor a form, so `text` still has the line
+  // ends MakeCrLfLines gave it.
+  if (aware) text = Preprocessed(run, text);
   if (run.aborted) return TFileOutcome::Aborted;
   run.Report("      Saving file to destination folder...");
   if (run.dry_run) return Planned(run, dest);

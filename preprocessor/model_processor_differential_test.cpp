@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/runtime_text.h"
+#include "preprocessor/model_processor.h"
 #include "preprocessor/reference_comparison.h"
 
 namespace tsaw {
@@ -142,6 +144,27 @@ TEST(ModelProcessorDifferentialTest, AgreesWithTheReferenceOnNestedBlocks) {
     const std::string difference =
         reference::DifferenceFromReference(text, maker.Table(), maker.Coin());
     ASSERT_EQ(difference, "") << "text: [" << text << "]";
+  }
+}
+
+// The creation run writes what ProcessText returns for a text whose lines all end in CR LF without
+// checking the line ends again: every line of the result must end in CR LF too, also where no
+// marker was cleaned up.
+TEST(ModelProcessorDifferentialTest, KeepsTheCrLfLinesOfACrLfText) {
+  TextMaker maker(424242);
+  for (int i = 0; i < 30000; ++i) {
+    const std::string text = platform::WithCrLfLines(i % 2 ? maker.Soup() : maker.Nested(1 + i % 5));
+    TqrxModelProcessor processor;
+    TDefines defines = maker.Table();
+    const bool remove_markers = maker.Coin();
+    std::string processed;
+    try {
+      processed = processor.ProcessText(text, defines, remove_markers);
+    } catch (const TPreprocessorError&) {
+      continue;
+    }
+    ASSERT_TRUE(platform::HasCrLfLines(processed))
+        << "text: [" << text << "] result: [" << processed << "] " << remove_markers;
   }
 }
 
