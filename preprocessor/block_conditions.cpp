@@ -27,6 +27,10 @@ class ConditionFinder {
   ConditionFinder(TDirectiveList& list, const TDefines& defines) : list_(list), defines_(defines) {}
 
   void Run() {
+    if (NoConstantSet()) {
+      DecideInOrder();
+      return;
+    }
     std::vector<std::uint32_t> open;  // the blocks around the current directive, outermost first
     for (const TListedDirective& dir : list_.Directives) {
       if (dir.Kind == TDirKind::Endif && dir.Ref != kNoIndex) open.pop_back();
@@ -40,6 +44,20 @@ class ConditionFinder {
   }
 
  private:
+  bool NoConstantSet() const {
+    return std::all_of(list_.SettersOf.begin(), list_.SettersOf.end(),
+                       [](const std::vector<std::uint32_t>& setters) { return setters.empty(); });
+  }
+
+  // With no constant set, a block's place does not matter: the blocks are decided in turn, up to
+  // the first outermost block never closed, without following the nesting.
+  void DecideInOrder() {
+    for (TListedBlock& block : list_.Blocks) {
+      if (block.Depth == 1 && block.Endif == kNoIndex) return;
+      if (block.IsDd) block.Cond = Decide(block, list_.Directives[block.If].Kind, {});
+    }
+  }
+
   bool Decide(const TListedBlock& block, TDirKind kind,
               const std::vector<std::uint32_t>& open) const {
     if (block.IsDdTrue) return true;
