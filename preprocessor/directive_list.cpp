@@ -72,8 +72,8 @@ class Lister {
   // The constant `name` looks up, or kNoIndex. A run's table holds many constants and a text
   // repeats few names, so each name as written is looked up once.
   std::uint32_t EntryOf(std::string_view name) {
-    RecentName& recent = recent_[(name.size() ^ static_cast<unsigned char>(name.empty() ? 0 : name.back())) %
-                                 recent_.size()];
+    const unsigned char last = name.empty() ? 0 : static_cast<unsigned char>(name.back());
+    RecentName& recent = recent_[(name.size() ^ last) % recent_.size()];
     if (recent.Known && recent.Name == name) return recent.Entry;
     const auto [known, added] = entries_.try_emplace(name, kNoIndex);
     if (added) {

@@ -17,8 +17,8 @@ constexpr std::array<std::string_view, 7> kKeywords = {"",       "DEFINE", "UNDE
 char AsciiUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 // True when `keyword` (upper case letters) stands at `pos` in `text`, in any letter case. Setting
-// bit 0x20 turns only the two cases of a letter into its lower case, so one OR per byte compares
-// them, and the bytes are compared all at once.
+// bit 0x20 turns only the two cases of a letter into its lower case, so one OR per byte folds the
+// case, and the differences are gathered without a branch per byte.
 bool KeywordAt(std::string_view text, std::size_t pos, std::string_view keyword) {
   if (text.size() - pos < keyword.size()) return false;
   unsigned char folded = 0;

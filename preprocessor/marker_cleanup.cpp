@@ -115,7 +115,7 @@ class Deletions {
     blank_lines_.clear();
   }
 
-  void Mark(const std::vector<Line>& marker_lines) {
+  void Find(const std::vector<Line>& marker_lines) {
     std::size_t below = text_.size();  // where the lines already passed begin
     for (auto line = marker_lines.rbegin(); line != marker_lines.rend(); ++line) {
       PushSurvivors(line->Next, below);
@@ -245,7 +245,7 @@ std::string TMarkerCleanup::ToText(std::string_view text) {
   result.reserve(text.size() + 2);
   platform::PreferLargePages(result.data(), result.capacity());
   ListMarkerLines(text, marker_lines_);
-  Deletions(text, survivors_, blank_lines_).Mark(marker_lines_);
+  Deletions(text, survivors_, blank_lines_).Find(marker_lines_);
   CleanText(text, result).Write(marker_lines_, blank_lines_);
   return result;
 }
