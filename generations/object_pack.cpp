@@ -18,6 +18,9 @@ namespace {
 
 // Entries wait in memory until this many bytes are pending, then go to the temporary file.
 constexpr size_t kSpillBytes = size_t{1} << 20;
+// A batch goes out as packs of about this size: each is completed (read back for its checksum and
+// indexed) while the batch goes on, so that the end of a recording waits for the last one only.
+constexpr uint64_t kPackBodyBytes = uint64_t{8} << 20;
 // "PACK", the version and the number of entries.
 constexpr uint64_t kHeadBytes = 12;
 
@@ -200,6 +203,12 @@ void TObjectPack::Reset() {
     ::close(fd_);
     ::unlink(temporary_.c_str());
   }
+  // Packs of a batch that is not written hold objects nothing refers to.
+  for (const std::string& name : sealed_) {
+    ::unlink((folder_ / (name + ".idx")).c_str());
+    ::unlink((folder_ / (name + ".pack")).c_str());
+  }
+  sealed_.clear();
   fd_ = -1;
   failed_ = false;
   temporary_.clear();
@@ -230,7 +239,11 @@ TObjectId TObjectPack::Add(git_object_t type, std::string_view content) {
       static_cast<uint32_t>(crc32(0, reinterpret_cast<const Bytef*>(pending_.data() + at), static_cast<uInt>(size)));
   entries_.push_back({id, kHeadBytes + body_size_, crc});
   body_size_ += size;
-  if (pending_.size() >= kSpillBytes) Spill();
+  if (body_size_ >= kPackBodyBytes) {
+    Seal();
+  } else if (pending_.size() >= kSpillBytes) {
+    Spill();
+  }
   return id;
 }
 
@@ -261,18 +274,22 @@ bool TObjectPack::FinishPackFile(const std::string& head, TObjectId& trailer) {
   return false;
 }
 
-bool TObjectPack::Write(std::string& error) {
-  if (entries_.empty()) return true;
+// Completes the pack of the entries added since the last one, with its index; a failure is kept
+// for Write to report. The batch's next entries begin a new pack.
+void TObjectPack::Seal() {
+  if (entries_.empty()) return;
   Spill();
   const std::string head = "PACK" + BigEndian32(2) + BigEndian32(static_cast<uint32_t>(entries_.size()));
   TObjectId trailer{};
-  if (failed_ || !FinishPackFile(head, trailer)) {
-    error = "the generation store could not write a pack in " + folder_.string();
-    Reset();
-    return false;
-  }
-  const std::string_view trailer_bytes(reinterpret_cast<const char*>(trailer.data()), trailer.size());
+  if (!failed_) failed_ = !FinishPackFile(head, trailer);
+  if (!failed_) failed_ = !WriteIndex(trailer);
+  if (!failed_) sealed_.push_back(PackName(trailer));
+  entries_.clear();
+  body_size_ = 0;
+}
 
+// Writes the index of the pack whose checksum is `trailer`; the pack counts from then on.
+bool TObjectPack::WriteIndex(const TObjectId& trailer) {
   std::sort(entries_.begin(), entries_.end(), [](const Entry& a, const Entry& b) { return a.Id < b.Id; });
   std::string index = "\377tOc" + BigEndian32(2);
   for (int first = 0, n = 0; first < 256; ++first) {
@@ -291,22 +308,30 @@ bool TObjectPack::Write(std::string& error) {
     }
   }
   index += large;
-  index += trailer_bytes;
+  index.append(reinterpret_cast<const char*>(trailer.data()), trailer.size());
   Sha1 index_sum;
   index_sum.Update(index);
   const TObjectId index_trailer = index_sum.Final();
+  return WriteFile(folder_, PackName(trailer) + ".idx",
+                   {index, std::string_view(reinterpret_cast<const char*>(index_trailer.data()), 20)});
+}
 
-  const std::string name = PackName(trailer);
-  // The index last: a pack counts once its index is there.
-  bool written = WriteFile(folder_, name + ".idx",
-                           {index, std::string_view(reinterpret_cast<const char*>(index_trailer.data()), 20)});
-  if (!written) error = "the generation store could not write the pack " + (folder_ / name).string();
-  if (written && git_odb_refresh(odb_) != 0) {
-    error = "the generation store could not read its new pack: " + LastGitError();
-    written = false;
+bool TObjectPack::Write(std::string& error) {
+  Seal();
+  if (failed_) {
+    error = "the generation store could not write a pack in " + folder_.string();
+    Reset();
+    return false;
   }
+  const bool wrote = !sealed_.empty();
+  if (wrote && git_odb_refresh(odb_) != 0) {
+    error = "the generation store could not read its new pack: " + LastGitError();
+    Reset();
+    return false;
+  }
+  sealed_.clear();  // they are the store's now
   Reset();
-  return written;
+  return true;
 }
 
 }  // namespace tsaw::generations

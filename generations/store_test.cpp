@@ -89,13 +89,28 @@ TEST_F(StoreTest, ABatchLargerThanWhatIsHeldInMemoryComesBackWhole) {
   EXPECT_EQ(PackCount(), 1u);
 }
 
+TEST_F(StoreTest, ABatchLargerThanAPackGoesOutAsSeveralAndComesBackWhole) {
+  for (int i = 0; i < 3; ++i) dir_.Write("set/Big" + std::to_string(i) + ".bin", std::string(5 << 20, 'A' + i));
+  dir_.Write("set/Small.txt", "small");
+  auto store = OpenStore();
+  const TFiles recorded = Record(*store);
+  EXPECT_EQ(PackCount(), 2u);
+  store.reset();
+  auto again = OpenStore();
+  const TFiles files = again->Files(again->Generations().back());
+  ASSERT_EQ(files, recorded);
+  for (const auto& [path, id] : files) EXPECT_EQ(again->Read(id), dir_.Read("set/" + path)) << path;
+}
+
 TEST_F(StoreTest, ABatchThatIsNotWrittenLeavesNoFile) {
   auto store = OpenStore();
   const fs::path folder = TGenerationStore::FolderOf(State(), Set()) / "objects/pack";
   {
     TObjectPack pack = store->NewPack();
-    pack.Add(GIT_OBJECT_BLOB, std::string(3 << 20, 'x'));
-    ASSERT_FALSE(fs::is_empty(folder)) << "the batch went to its temporary file";
+    pack.Add(GIT_OBJECT_BLOB, std::string(9 << 20, 'x'));
+    pack.Add(GIT_OBJECT_BLOB, std::string(3 << 20, 'y'));
+    ASSERT_EQ(PackCount(), 1u) << "a full pack was completed";
+    ASSERT_GT(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 2) << "and the rest went to a temporary file";
   }
   EXPECT_TRUE(fs::is_empty(folder));
 }
