@@ -113,7 +113,10 @@ void TCreationRecorder::Work(const fs::path& folder, const fs::path& template_fo
       const std::lock_guard lock(mutex_);
       if (!discard_) meta = meta_;
     }
-    if (!meta) return;
+    if (!meta) {
+      store->RemoveIfLeftEmpty();
+      return;
+    }
     meta->Fingerprint = fingerprint;
     std::string error;
     if (!store->AddGeneration(pack, files, *meta, error) || !store->DropUndo(error)) throw std::runtime_error(error);

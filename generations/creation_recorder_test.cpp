@@ -30,6 +30,20 @@ class CreationRecorderTest : public ::testing::Test {
     std::string error;
     return TGenerationStore::Open(setup_.dir.path() / "state/tsaw", ProjectSet(), false, error);
   }
+  // Runs a recorded creation; `abort` stops it once its first files are written.
+  TRunOutcome Record(bool abort = false) {
+    TCreationRecorder recorder(setup_.wizard);
+    creation::TCreationRun run(setup_.wizard, setup_.Services(), setup_.observer);
+    run.TellWrittenFiles(&recorder);
+    setup_.observer.on_pump = [&](const std::string&) {
+      if (abort && fs::exists(ProjectSet() / "ReadMe.txt")) run.Abort();
+    };
+    const TRunOutcome outcome = run.Start();
+    if (outcome == TRunOutcome::Finished) {
+      EXPECT_EQ(recorder.Finish(), "");
+    }
+    return outcome;
+  }
   creation::testing_support::DemoSetup setup_;
 };
 
@@ -60,20 +74,17 @@ TEST_F(CreationRecorderTest, AFinishedRunGivesTheGenerationASnapshotOfItsFolderW
 
 TEST_F(CreationRecorderTest, ARunAbortedAfterItsFirstFilesRecordsNothing) {
   setup_.dir.Write("TSA/Wizard/Templates/Demo/Big.bin", std::string(3 << 20, 'b'));
-  {
-    TCreationRecorder recorder(setup_.wizard);
-    creation::TCreationRun run(setup_.wizard, setup_.Services(), setup_.observer);
-    run.TellWrittenFiles(&recorder);
-    setup_.observer.on_pump = [&](const std::string&) {
-      if (fs::exists(ProjectSet() / "ReadMe.txt")) run.Abort();
-    };
-    ASSERT_EQ(run.Start(), TRunOutcome::Aborted);
-  }
-  auto store = OpenStore();
-  EXPECT_TRUE(!store || store->Generations().empty());
+  ASSERT_EQ(Record(true), TRunOutcome::Aborted);
   EXPECT_FALSE(HasRecordedGeneration(ProjectSet()));
-  std::error_code io;
-  EXPECT_TRUE(!fs::exists(PackFolder(), io) || fs::is_empty(PackFolder())) << "no pack, not even a temporary one";
+  EXPECT_FALSE(fs::exists(PackFolder().parent_path().parent_path())) << "the store it made is not left behind";
+
+  // A store that holds an earlier generation stays, with nothing added.
+  ASSERT_EQ(Record(), TRunOutcome::Finished);
+  fs::remove_all(ProjectSet());
+  ASSERT_EQ(Record(true), TRunOutcome::Aborted);
+  auto store = OpenStore();
+  ASSERT_TRUE(store);
+  EXPECT_EQ(store->Generations().size(), 1u);
 }
 
 }  // namespace

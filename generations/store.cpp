@@ -174,6 +174,7 @@ std::unique_ptr<TGenerationStore> TGenerationStore::Open(const fs::path& state_f
       return nullptr;
     }
     fs::create_directories(store->folder_, io);
+    store->made_ = true;
   }
   store->lock_fd_ = ::open((store->folder_ / "tsaw.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
   if (store->lock_fd_ < 0) {
@@ -345,6 +346,12 @@ bool TGenerationStore::DropUndo(std::string& error) {
     return false;
   }
   return true;
+}
+
+void TGenerationStore::RemoveIfLeftEmpty() {
+  if (!made_ || !Generations().empty() || RefTarget(repo_, kUndoRef)) return;
+  std::error_code io;
+  fs::remove_all(folder_, io);
 }
 
 bool TGenerationStore::Prune(std::string& error) {

@@ -86,6 +86,11 @@ class TGenerationStore {
   bool SetUndo(TObjectPack& pack, const TUndoRecord& record, std::string& error);
   bool DropUndo(std::string& error);
 
+  // Removes the store, still locked, when this opening made it and nothing was recorded in it
+  // since (the run that made it did not finish), so that no empty store is left behind. The
+  // store must not be used afterwards.
+  void RemoveIfLeftEmpty();
+
  private:
   TGenerationStore() = default;
   bool SetRef(const std::string& name, const TObjectId& commit, std::string& error);
@@ -97,6 +102,7 @@ class TGenerationStore {
 
   std::filesystem::path folder_;
   int lock_fd_ = -1;
+  bool made_ = false;  // this opening made the store
   git_repository* repo_ = nullptr;
   git_odb* odb_ = nullptr;
   git_odb* packs_ = nullptr;  // the same objects, read from the packs alone
