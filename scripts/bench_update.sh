@@ -25,7 +25,6 @@ export XDG_DATA_HOME="$work/data" SOURCE_DATE_EPOCH=1700000000
 python3 "$workload" --files "$files" --size 8000 --plugins 4 --out "$work/wl" > /dev/null
 root="$work/wl/ours"
 job="$root/TSA/Wizard/Jobs/Bench.ini"
-out="$work/wl/out-ours"
 
 # timed NAME CMD...: runs CMD and appends "<wall> <user+sys>" to $work/NAME.
 timed() {
@@ -41,20 +40,23 @@ timed() {
 # median NAME COLUMN
 median() { sort -n -k"$2" "$work/$1" | awk -v c="$2" '{ v[NR] = $c } END { print v[int((NR + 1) / 2)] }'; }
 
+# Every creation goes to a folder of its own and nothing is deleted until the end: on ext4,
+# creating files soon after deleting many costs the kernel several times more, which would
+# swamp what is measured here.
 for i in $(seq "$runs"); do
-  rm -rf "$out"/* "$work/data/Trash"
-  timed create-plain "$tsaw" --root "$root" create --job "$job" --no-record
-  rm -rf "$out"/* "$work/data/Trash"
-  XDG_STATE_HOME="$work/state$i" timed create-recorded "$tsaw" --root "$root" create --job "$job"
+  timed create-plain "$tsaw" --root "$root" create --job "$job" --no-record --set "Output.BaseFolder=$work/plain$i"
+  out="$work/recorded$i"
+  XDG_STATE_HOME="$work/state" timed create-recorded "$tsaw" --root "$root" create --job "$job" \
+    --set "Output.BaseFolder=$out"
 done
 
 # 50 edited files of the last recorded creation, then the update (the template is unchanged, so
 # every file is compared and kept; the store gains only the update's list of files).
-export XDG_STATE_HOME="$work/state$runs"
+export XDG_STATE_HOME="$work/state"
 mapfile -t edited < <(find "$out" -name '*.pas' | sort | head -50)
 for file in "${edited[@]}"; do printf '// edited by the developer\r\n' >> "$file"; done
 for i in $(seq "$runs"); do
-  timed update "$tsaw" --root "$root" update --job "$job"
+  timed update "$tsaw" --root "$root" update --job "$job" --set "Output.BaseFolder=$out"
 done
 
 plain_wall=$(median create-plain 1) plain_cpu=$(median create-plain 2)
