@@ -85,11 +85,9 @@ std::string_view Trimmed(std::string_view line) {
   return line.substr(first, line.find_last_not_of(" \t") - first + 1);
 }
 
-bool StartsWith(std::string_view s, std::string_view prefix) { return s.starts_with(prefix); }
-
 bool IsObjectLine(std::string_view trimmed) {
-  return StartsWith(trimmed, "object ") || StartsWith(trimmed, "inline ") ||
-         StartsWith(trimmed, "inherited ");
+  return trimmed.starts_with("object ") || trimmed.starts_with("inline ") ||
+         trimmed.starts_with("inherited ");
 }
 
 // The header of a manager or plug-in object.
@@ -100,14 +98,14 @@ struct FormObject {
 };
 
 bool ParseObjectLine(std::string_view trimmed, FormObject& object) {
-  if (!StartsWith(trimmed, "object ") && !StartsWith(trimmed, "inline ")) return false;
+  if (!trimmed.starts_with("object ") && !trimmed.starts_with("inline ")) return false;
   const auto colon = trimmed.find(':');
   if (colon == std::string::npos) return false;
   const std::string_view rest = Trimmed(trimmed.substr(colon + 1));
   // The class test is a prefix test, as ": Ttsa" found in the line is: TtsaPlugin is a plug-in.
-  if (rest.rfind("TqrxTsaMan", 0) == 0) {
+  if (rest.starts_with("TqrxTsaMan")) {
     object.kind = "Manager";
-  } else if (rest.rfind("Ttsa", 0) == 0) {
+  } else if (rest.starts_with("Ttsa")) {
     object.kind = "Plugin";
   } else {
     return false;
@@ -176,16 +174,16 @@ PropertyScan ScanProperties(const std::vector<std::string>& lines, const FormObj
     if (indent <= object_indent && !trimmed.empty()) break;
     if (indent == scan.property_indent && IsObjectLine(trimmed)) break;
     if (indent != scan.property_indent) continue;
-    if (StartsWith(trimmed, "DCI.UniqueID =")) {
+    if (trimmed.starts_with("DCI.UniqueID =")) {
       scan.old_dci = i;
       scan.old_dci_end = i + 1;
       while (scan.old_dci_end < lines.size() && Indent(lines[scan.old_dci_end]) > scan.property_indent &&
              !Trimmed(lines[scan.old_dci_end]).empty()) {
         ++scan.old_dci_end;
       }
-    } else if (StartsWith(trimmed, "Version =")) {
+    } else if (trimmed.starts_with("Version =")) {
       scan.version = PropertyValue(lines, i, lines.size());
-    } else if (StartsWith(trimmed, "DeepName =")) {
+    } else if (trimmed.starts_with("DeepName =")) {
       scan.deep_name = PropertyValue(lines, i, lines.size());
     }
   }

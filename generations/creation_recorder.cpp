@@ -36,10 +36,8 @@ std::unique_ptr<TGenerationStore> OpenStore(const fs::path& project_set) {
 void TakeFile(const fs::path& folder, const fs::path& file, const std::optional<std::string>& bytes,
               TObjectPack& pack, TFiles& files) {
   std::string relative = file.lexically_normal().lexically_relative(folder).generic_string();
-  if (files.size() == kMaxGenerationFiles && files.count(relative) == 0) {
-    throw std::runtime_error("'" + folder.string() + "' holds more than " + std::to_string(kMaxGenerationFiles) +
-                             " files");
-  }
+  // A file written again replaces its entry and counts once.
+  if (files.count(relative) == 0) CheckRecordableCount(folder, files.size());
   if (bytes) {
     CheckRecordableSize(file, bytes->size());
     files[std::move(relative)] = pack.Add(GIT_OBJECT_BLOB, *bytes);

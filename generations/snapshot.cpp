@@ -1,5 +1,7 @@
 #include "generations/snapshot.h"
 
+#include <sys/stat.h>
+
 #include <stdexcept>
 
 #include "model/file_bytes.h"
@@ -20,11 +22,20 @@ void CheckRecordableSize(const fs::path& file, uintmax_t size) {
   }
 }
 
+void CheckRecordableCount(const fs::path& folder, size_t count) {
+  if (count >= kMaxGenerationFiles) {
+    throw std::runtime_error("'" + folder.string() + "' holds more than " + std::to_string(kMaxGenerationFiles) +
+                             " files");
+  }
+}
+
 std::string ReadRegularFile(const fs::path& file) {
-  std::error_code io;
-  const fs::file_status status = fs::symlink_status(file, io);
-  if (!fs::is_regular_file(status)) throw std::runtime_error("'" + file.string() + "' is not a regular file");
-  CheckRecordableSize(file, fs::file_size(file, io));
+  // The link itself, not what it leads to: one call gives both the type and the size.
+  struct stat status {};
+  if (::lstat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
+    throw std::runtime_error("'" + file.string() + "' is not a regular file");
+  }
+  CheckRecordableSize(file, static_cast<uintmax_t>(status.st_size));
   std::string error;
   std::optional<std::string> bytes = ReadFileBytes(file, &error);
   if (!bytes) throw std::runtime_error(error);
@@ -39,10 +50,7 @@ TFiles SnapshotFolder(const fs::path& folder, TObjectPack& pack) {
   for (; it != end; it.increment(io)) {
     if (io) throw std::runtime_error("'" + folder.string() + "' cannot be read: " + io.message());
     if (!it->is_regular_file(io) || it->is_symlink(io)) continue;
-    if (files.size() == kMaxGenerationFiles) {
-      throw std::runtime_error("'" + folder.string() + "' holds more than " + std::to_string(kMaxGenerationFiles) +
-                               " files");
-    }
+    CheckRecordableCount(folder, files.size());
     files[it->path().lexically_relative(folder).generic_string()] =
         pack.Add(GIT_OBJECT_BLOB, ReadRegularFile(it->path()));
   }

@@ -22,6 +22,10 @@ TFiles SnapshotFolder(const std::filesystem::path& folder, TObjectPack& pack);
 // std::runtime_error naming the file.
 std::string ReadRegularFile(const std::filesystem::path& file);
 
+// Refuses one more file for a generation of `folder` that holds `count` already, when that passes
+// the file-count limit: throws std::runtime_error naming the folder.
+void CheckRecordableCount(const std::filesystem::path& folder, size_t count);
+
 // Refuses `file` of `size` bytes, as ReadRegularFile would, when it passes the size limits:
 // throws std::runtime_error naming the file.
 void CheckRecordableSize(const std::filesystem::path& file, uintmax_t size);

@@ -59,6 +59,9 @@ FileDescriptor OpenRegular(const std::filesystem::path& path, struct stat& statu
   return fd;
 }
 
+// Why a file past the read bound is refused.
+std::string TooLargeToRead() { return "it is larger than " + std::to_string(kMostFileBytes >> 20) + " MB"; }
+
 // Reads all of `fd`, handing each chunk to `sink`; false with `reason` set on a read error or
 // when the sink refuses.
 bool ReadAll(int fd, const std::function<bool(const char*, size_t)>& sink, std::string& reason) {
@@ -182,7 +185,7 @@ bool ReadAllInto(int fd, size_t expected, std::string& bytes, std::string& reaso
   if (expected != 0) return true;
   return ReadAll(fd, [&](const char* data, size_t size) {
     if (bytes.size() + size > kMostFileBytes) {
-      reason = "it is larger than " + std::to_string(kMostFileBytes >> 20) + " MB";
+      reason = TooLargeToRead();
       return false;
     }
     bytes.append(data, size);
@@ -198,7 +201,7 @@ std::optional<std::string> ReadFileBytes(const std::filesystem::path& path, std:
   FileDescriptor fd = OpenRegular(path, status, reason);
   std::string bytes;
   if (fd.get() >= 0 && static_cast<size_t>(status.st_size) > kMostFileBytes) {
-    reason = "it is larger than " + std::to_string(kMostFileBytes >> 20) + " MB";
+    reason = TooLargeToRead();
   } else if (fd.get() >= 0 && ReadAllInto(fd.get(), static_cast<size_t>(status.st_size), bytes, reason)) {
     return bytes;
   }
