@@ -3,11 +3,15 @@
 #include <pthread.h>
 #include <signal.h>
 
+#include <algorithm>
+#include <iterator>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
 #include "generations/record.h"
 #include "generations/snapshot.h"
+#include "generations/template_fingerprint.h"
 #include "templates/template_info.h"
 
 namespace tsaw::generations {
@@ -17,10 +21,12 @@ namespace {
 // How far the helper may fall behind before the run waits: enough to keep it busy while the run
 // expands the next files, little enough to keep memory flat.
 constexpr size_t kQueuedBytes = size_t{4} << 20;
-constexpr size_t kQueuedFiles = 256;
+constexpr size_t kQueuedFiles = 1024;
 // The helper is woken once this much waits, not for every file: each wake-up costs the system.
-constexpr size_t kWakeBytes = size_t{256} << 10;
-constexpr size_t kWakeFiles = 32;
+constexpr size_t kWakeBytes = size_t{1} << 20;
+constexpr size_t kWakeFiles = 128;
+// Folder entries of the template looked at between two looks at the queue.
+constexpr size_t kFingerprintEntries = 64;
 
 std::unique_ptr<TGenerationStore> OpenStore(const fs::path& project_set) {
   const std::optional<fs::path> state = StateFolder();
@@ -73,25 +79,37 @@ void TCreationRecorder::Copied(const fs::path& file) { Enqueue({file, std::nullo
 void TCreationRecorder::Enqueue(TQueued item) {
   if (!worker_.joinable()) return;
   const size_t size = item.Bytes ? item.Bytes->size() : 0;
+  std::vector<TQueued> spent;
   std::unique_lock lock(mutex_);
-  changed_.wait(lock, [&] {
-    return queue_.empty() || (queued_bytes_ + size <= kQueuedBytes && queue_.size() < kQueuedFiles);
-  });
-  queued_bytes_ += size;
+  for (;;) {
+    // The files the helper is done with are freed here, by the thread that made them: freeing
+    // them on the helper would make both threads contend for the allocator.
+    std::move(spent_.begin(), spent_.end(), std::back_inserter(spent));
+    spent_.clear();
+    held_bytes_ -= spent_bytes_;
+    spent_bytes_ = 0;
+    if (queue_.empty() || (held_bytes_ + size <= kQueuedBytes && queue_.size() < kQueuedFiles)) break;
+    changed_.wait(lock);
+  }
+  held_bytes_ += size;
   queue_.push_back(std::move(item));
-  const bool wake = queued_bytes_ >= kWakeBytes || queue_.size() >= kWakeFiles;
+  const bool wake = queue_.size() >= kWakeFiles || QueuedBytes() >= kWakeBytes;
   lock.unlock();
   if (wake) changed_.notify_all();
 }
 
-// The helper's next file; none once the run is over (or its files are not wanted).
-std::optional<TCreationRecorder::TQueued> TCreationRecorder::Next() {
+// The helper's next file; none once the run is over (or its files are not wanted), or at once
+// when none is waiting and `wait` is false. `done` is the file the helper has just taken.
+std::optional<TCreationRecorder::TQueued> TCreationRecorder::Next(bool wait, std::optional<TQueued> done) {
   std::unique_lock lock(mutex_);
-  changed_.wait(lock, [this] { return !queue_.empty() || closing_; });
+  if (done) {
+    spent_bytes_ += done->Bytes ? done->Bytes->size() : 0;
+    spent_.push_back(std::move(*done));
+  }
+  if (wait) changed_.wait(lock, [this] { return !queue_.empty() || closing_; });
   if (discard_ || queue_.empty()) return std::nullopt;
   std::optional<TQueued> item(std::move(queue_.front()));
   queue_.pop_front();
-  queued_bytes_ -= item->Bytes ? item->Bytes->size() : 0;
   lock.unlock();
   changed_.notify_all();
   return item;
@@ -102,10 +120,24 @@ std::optional<TCreationRecorder::TQueued> TCreationRecorder::Next() {
 void TCreationRecorder::Work(const fs::path& folder, const fs::path& template_folder) {
   try {
     const std::unique_ptr<TGenerationStore> store = OpenStore(folder);
-    const std::string fingerprint = template_folder.empty() ? std::string() : TemplateFingerprint(template_folder);
+    TTemplateFingerprint fingerprint(template_folder);
+    bool walking = true;
+    std::string digest;
     TObjectPack pack = store->NewPack();
     TFiles files;
-    while (const std::optional<TQueued> item = Next()) TakeFile(folder, item->File, item->Bytes, pack, files);
+    // The template is walked only while no file waits, so that the run is not held up by it.
+    std::optional<TQueued> done;
+    for (;;) {
+      if (std::optional<TQueued> item = Next(!walking, std::exchange(done, std::nullopt))) {
+        TakeFile(folder, item->File, item->Bytes, pack, files);
+        done = std::move(item);
+      } else if (walking) {
+        walking = fingerprint.Step(kFingerprintEntries);
+        if (!walking) digest = fingerprint.Digest();
+      } else {
+        break;
+      }
+    }
     std::optional<TGenerationMeta> meta;
     {
       const std::lock_guard lock(mutex_);
@@ -115,13 +147,13 @@ void TCreationRecorder::Work(const fs::path& folder, const fs::path& template_fo
       store->RemoveIfLeftEmpty();
       return;
     }
-    meta->Fingerprint = fingerprint;
+    if (!template_folder.empty()) meta->Fingerprint = digest;
     std::string error;
     if (!store->AddGeneration(pack, files, *meta, error) || !store->DropUndo(error)) throw std::runtime_error(error);
     error_.clear();
   } catch (const std::exception& failure) {
     error_ = failure.what();
-    while (Next()) {
+    while (Next(true, std::nullopt)) {
     }
   }
 }

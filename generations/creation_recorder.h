@@ -14,6 +14,7 @@
 #include <optional>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "creation/written_files.h"
 #include "generations/store.h"
@@ -46,7 +47,8 @@ class TCreationRecorder final : public creation::TWrittenFiles {
     std::optional<std::string> Bytes;  // none: the file is read
   };
   void Enqueue(TQueued item);
-  std::optional<TQueued> Next();
+  std::optional<TQueued> Next(bool wait, std::optional<TQueued> done);
+  size_t QueuedBytes() const { return held_bytes_ - spent_bytes_; }
   void Work(const std::filesystem::path& folder, const std::filesystem::path& template_folder);
   void StopWorker(bool discard);
 
@@ -56,7 +58,9 @@ class TCreationRecorder final : public creation::TWrittenFiles {
   std::condition_variable changed_;
   // Shared with the helper, under the mutex.
   std::deque<TQueued> queue_;
-  size_t queued_bytes_ = 0;
+  std::vector<TQueued> spent_;  // taken by the helper, to be freed by the run's thread
+  size_t held_bytes_ = 0;       // the bytes of the files in both
+  size_t spent_bytes_ = 0;
   bool closing_ = false;                  // nothing more comes
   bool discard_ = false;                  // what remains is not wanted
   std::optional<TGenerationMeta> meta_;   // set by Finish: the helper records the generation

@@ -12,6 +12,7 @@
 #include "creation/creation_run_test_support.h"
 #include "generations/record.h"
 #include "generations/snapshot.h"
+#include "generations/template_fingerprint.h"
 #include "templates/template_info.h"
 
 namespace tsaw::generations {

@@ -14,9 +14,6 @@ namespace tsaw::generations {
 // "$XDG_STATE_HOME/tsaw" (else ~/.local/state/tsaw); nullopt when neither can be had.
 std::optional<std::filesystem::path> StateFolder();
 
-// A digest of the names, sizes and change times of every regular file below `folder`.
-std::string TemplateFingerprint(const std::filesystem::path& folder);
-
 // What a generation made from the wizard's answers records besides its files.
 TGenerationMeta MetaOf(const TWizard& wizard, const std::string& kind);
 // The same without the template's fingerprint, for a caller that takes it at another time.

@@ -32,9 +32,18 @@ struct TreeEntry {
 };
 
 // git orders a tree's entries by name, a folder's name compared as if it ended in '/'.
+bool InTreeOrder(const TreeEntry& a, const TreeEntry& b) {
+  const size_t common = std::min(a.Name.size(), b.Name.size());
+  if (const int order = a.Name.compare(0, common, b.Name, 0, common); order != 0) return order < 0;
+  // One name begins the other: compare the next bytes, the end of a name being '/' or nothing.
+  auto next = [common](const TreeEntry& entry) -> unsigned char {
+    return entry.Name.size() > common ? static_cast<unsigned char>(entry.Name[common]) : (entry.Folder ? '/' : 0);
+  };
+  return next(a) < next(b);
+}
+
 TObjectId AddTreeObject(TObjectPack& pack, std::vector<TreeEntry> entries) {
-  auto key = [](const TreeEntry& entry) { return entry.Folder ? entry.Name + "/" : entry.Name; };
-  std::sort(entries.begin(), entries.end(), [&key](const TreeEntry& a, const TreeEntry& b) { return key(a) < key(b); });
+  std::sort(entries.begin(), entries.end(), InTreeOrder);
   std::string content;
   for (const TreeEntry& entry : entries) {
     content += entry.Folder ? "40000 " : "100644 ";

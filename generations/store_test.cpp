@@ -3,6 +3,7 @@
 
 #include "generations/store.h"
 
+#include <git2.h>
 #include <gtest/gtest.h>
 
 #include "generations/snapshot.h"
@@ -60,6 +61,45 @@ TEST_F(StoreTest, GivesBackEveryRegularFileByteForByte) {
   EXPECT_EQ(store->Read(files.at("Delphi 7/Win32/Host/A.pas")), crlf_1252);
   EXPECT_EQ(store->Read(files.at("data.bin")), binary);
   EXPECT_EQ(store->Read(files.at("empty.txt")), "");
+}
+
+// git's own tree writer puts entries in git's order (a folder's name compared as if it ended
+// in '/'); a tree of ours written in any other order would get another id from it, and git
+// would take it for a damaged one.
+TEST_F(StoreTest, TreesAreWrittenInGitsOrder) {
+  for (const char* name : {"a", "a.b", "a-c", "a0", "ab", "b/a.txt", "b.txt", "b-/x", "b0/y", "c/d/e", "c.d", "c/d.e"}) {
+    dir_.Write(std::string("set/") + name, name);
+  }
+  auto store = OpenStore();
+  Record(*store);
+  git_repository* repo = nullptr;
+  ASSERT_EQ(git_repository_open_bare(&repo, TGenerationStore::FolderOf(State(), Set()).c_str()), 0);
+  git_oid commit_id;
+  git_oid_fromraw(&commit_id, store->Generations().at(0).Commit.data());
+  git_commit* commit = nullptr;
+  git_tree* top = nullptr;
+  ASSERT_EQ(git_commit_lookup(&commit, repo, &commit_id), 0);
+  ASSERT_EQ(git_commit_tree(&top, commit), 0);
+  std::vector<git_oid> trees = {*git_tree_id(top)};
+  git_tree_walk(top, GIT_TREEWALK_PRE, [](const char*, const git_tree_entry* entry, void* found) {
+    if (git_tree_entry_type(entry) == GIT_OBJECT_TREE) static_cast<std::vector<git_oid>*>(found)->push_back(*git_tree_entry_id(entry));
+    return 0;
+  }, &trees);
+  EXPECT_EQ(trees.size(), 7u);  // the top, "files" and its folders b, b-, b0, c, c/d
+  for (const git_oid& id : trees) {
+    git_tree* tree = nullptr;
+    git_treebuilder* builder = nullptr;
+    git_oid rewritten;
+    ASSERT_EQ(git_tree_lookup(&tree, repo, &id), 0);
+    ASSERT_EQ(git_treebuilder_new(&builder, repo, tree), 0);
+    ASSERT_EQ(git_treebuilder_write(&rewritten, builder), 0);
+    EXPECT_TRUE(git_oid_equal(&rewritten, &id)) << git_oid_tostr_s(&id);
+    git_treebuilder_free(builder);
+    git_tree_free(tree);
+  }
+  git_tree_free(top);
+  git_commit_free(commit);
+  git_repository_free(repo);
 }
 
 TEST_F(StoreTest, ASecondRecordingOfTheSameFilesAddsOnlyItsDescription) {
