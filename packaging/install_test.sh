@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the build in $1 into a temporary prefix as a user would (stripped), checks what landed
 # there, runs the installed program, and has CPack make the .deb, whose dependencies must come from
-# the libraries the program links.
+# the libraries the program and its modules link.
 set -euo pipefail
 build=$1
 work=$(mktemp -d)
@@ -19,7 +19,9 @@ for file in bin/tsaw share/tsaw/sample/TSA/Wizard/TSaW.ini share/applications/ts
 done
 module=$(find "$prefix" -name TSaW.tsa)
 [ -n "$module" ] || fail "the plug-in module TSaW.tsa was not installed"
-for binary in "$prefix/bin/tsaw" "$module"; do
+window_module=$(dirname "$module")/tsaw-gui.so
+[ -f "$window_module" ] || fail "the window module was not installed beside TSaW.tsa"
+for binary in "$prefix/bin/tsaw" "$module" "$window_module"; do
   if readelf -S "$binary" | grep -q '\.debug_info'; then fail "not stripped: $binary"; fi
 done
 
@@ -33,6 +35,9 @@ grep -q "^4 Templates (3 good and 1 bad)" <<<"$listing" || fail "tsaw templates 
 out=$("$prefix/bin/tsaw" lint "$XDG_DATA_HOME/tessera/TSA/Wizard/Templates/Plug-ins/Single Plugin" 2>&1) ||
   fail "tsaw lint on a shipped template: $out"
 [ -z "$out" ] || fail "tsaw lint on a shipped template: $out"
+# The installed program finds both modules in the library folder and steps through the window.
+out=$("$prefix/bin/tsaw" gui --screenshots "$work/shots" 2>&1) || fail "tsaw gui --screenshots: $out"
+[ -f "$work/shots/creation.png" ] || fail "tsaw gui --screenshots wrote no picture of the last page"
 
 # The man page is the help text; the completion offers the commands of the help text.
 grep -q "validate" "$prefix/share/man/man1/tsaw.1" || fail "the man page lacks the commands"
@@ -54,3 +59,4 @@ for library in libc6 libstdc++6 libqt6widgets6; do
 done
 contents=$(dpkg-deb -c "$deb")
 grep -q "\./usr/bin/tsaw$" <<<"$contents" || fail "the .deb lacks /usr/bin/tsaw"
+grep -q "/tsaw/tsaw-gui\.so$" <<<"$contents" || fail "the .deb lacks the window module"

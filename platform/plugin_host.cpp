@@ -1,9 +1,9 @@
 #include "platform/plugin_host.h"
 
-#include <dlfcn.h>
-
 #include <algorithm>
 #include <exception>
+
+#include "platform/shared_module.h"
 
 namespace tsaw::platform {
 
@@ -70,31 +70,30 @@ TMethodResult TqrxTsa::Execute(std::string_view name, const TCommandParams& para
 }
 
 std::unique_ptr<TPluginModule> TPluginModule::Load(const std::string& file, std::string& error) {
-  void* handle = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (!handle) {
-    const char* why = dlerror();
-    error = "Cannot load the plug-in module \"" + file + "\": " + (why ? why : "unknown error");
+  std::string why;
+  auto module = TSharedModule::Open(file, TSharedModule::TUnload::OnClose, why);
+  if (!module) {
+    error = "Cannot load the plug-in module \"" + file + "\": " + why;
     return nullptr;
   }
-  auto entry = reinterpret_cast<TRegisterTessera>(dlsym(handle, kRegisterTesseraSymbol));
+  auto entry = reinterpret_cast<TRegisterTessera>(module->Find(kRegisterTesseraSymbol));
   TqrxTsa* plugin = entry ? entry() : nullptr;
   if (!plugin) {
     error = "The plug-in module \"" + file + "\" does not register a plug-in object (" +
             kRegisterTesseraSymbol + ").";
-    dlclose(handle);
     return nullptr;
   }
-  return std::unique_ptr<TPluginModule>(new TPluginModule(handle, std::unique_ptr<TqrxTsa>(plugin)));
+  return std::unique_ptr<TPluginModule>(new TPluginModule(std::move(module), std::unique_ptr<TqrxTsa>(plugin)));
 }
 
-TPluginModule::TPluginModule(void* handle, std::unique_ptr<TqrxTsa> plugin)
-    : handle_(handle), plugin_(std::move(plugin)) {}
+TPluginModule::TPluginModule(std::unique_ptr<TSharedModule> module, std::unique_ptr<TqrxTsa> plugin)
+    : module_(std::move(module)), plugin_(std::move(plugin)) {}
 
 TPluginModule::~TPluginModule() {
   if (initialized_) plugin_->Finalize();
   // The object's code lives in the module: it must be gone before the module is.
   plugin_.reset();
-  dlclose(handle_);
+  module_.reset();
 }
 
 TMethodResult TPluginModule::Initialize() {

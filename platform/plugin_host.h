@@ -11,6 +11,8 @@
 
 namespace tsaw::platform {
 
+class TSharedModule;
+
 // The result codes of the framework's method result; the wizard uses these two.
 enum TMethodResultCode { smrOk = 0, smrUnexpectedError = 1 };
 
@@ -111,9 +113,9 @@ class TPluginModule {
   TMethodResult Initialize();
 
  private:
-  TPluginModule(void* handle, std::unique_ptr<TqrxTsa> plugin);
+  TPluginModule(std::unique_ptr<TSharedModule> module, std::unique_ptr<TqrxTsa> plugin);
 
-  void* handle_;
+  std::unique_ptr<TSharedModule> module_;
   std::unique_ptr<TqrxTsa> plugin_;
   bool initialized_ = false;
 };
