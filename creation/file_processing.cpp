@@ -6,6 +6,7 @@
 #include "creation/file_names.h"
 #include "creation/project_file_cleaning.h"
 #include "model/expand.h"
+#include "model/file_bytes.h"
 #include "model/text_file.h"
 #include "platform/debug_log.h"
 #include "platform/runtime_text.h"
@@ -43,7 +44,8 @@ TFileOutcome CopyPlain(TRunContext& run, const fs::path& source, const fs::path&
   run.Report("    Copying file '" + source.string() + "' to '" + dest.string() + "'...");
   if (run.dry_run) return Planned(run, dest);
   std::string error;
-  if (CopyFileBytes(source, dest, &error)) {
+  // The Project Set folder is new, so its files are too.
+  if (CopyFileBytes(source, dest, &error, TPlacement::Fresh)) {
     if (run.written) run.written->Copied(dest);
     return TFileOutcome::Processed;
   }
@@ -116,7 +118,9 @@ TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path
   // UTF-8 text is written as it stands; only Windows-1252 needs encoding back.
   std::string encoded = file.Encoding == TTextEncoding::Utf8 ? std::string() : EncodeText(text, file.Encoding);
   std::string& saved = file.Encoding == TTextEncoding::Utf8 ? text : encoded;
-  if (!WriteFileBytes(dest, saved, &error)) return Fail(run, "      ERROR: File could not be saved: " + error);
+  if (!WriteFileBytes(dest, saved, &error, TPlacement::Fresh)) {
+    return Fail(run, "      ERROR: File could not be saved: " + error);
+  }
   if (run.written) run.written->Written(dest, std::move(saved));
   return TFileOutcome::Processed;
 }

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <functional>
 #include <random>
 #include <string_view>
@@ -118,10 +119,16 @@ bool CopyInKernel(int in, int out, std::string& reason, bool& copied) {
   }
 }
 
+// Gives the new file `fd` the permissions `mode` where the umask took some of them away.
+bool GiveMode(int fd, mode_t mode, std::string& reason) {
+  if ((mode & ProcessUmask()) == 0 || ::fchmod(fd, mode) == 0) return true;
+  reason = SystemReason(errno);
+  return false;
+}
+
 // Makes a new file with a name of its own beside `path`, a short one (".tsaw-" and six letters)
-// so that a file name near the system's length limit still has room, already with `mode` unless
-// the umask takes some of it away. Returns the descriptor (-1 with `reason` set on failure) and
-// the name in `name`.
+// so that a file name near the system's length limit still has room, already with `mode`.
+// Returns the descriptor (-1 with `reason` set on failure) and the name in `name`.
 FileDescriptor CreateBeside(const std::filesystem::path& path, mode_t mode, std::string& name, std::string& reason) {
   static constexpr std::string_view kLetters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
   thread_local std::minstd_rand random(std::random_device{}());
@@ -130,8 +137,7 @@ FileDescriptor CreateBeside(const std::filesystem::path& path, mode_t mode, std:
     name = (folder.empty() ? std::string() : folder + "/") + ".tsaw-";
     for (int letter = 0; letter < 6; ++letter) name += kLetters[random() % kLetters.size()];
     FileDescriptor fd(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-    if (fd.get() >= 0 && (mode & ProcessUmask()) != 0 && ::fchmod(fd.get(), mode) != 0) {
-      reason = SystemReason(errno);
+    if (fd.get() >= 0 && !GiveMode(fd.get(), mode, reason)) {
       ::unlink(name.c_str());
       return FileDescriptor(-1);
     }
@@ -144,9 +150,10 @@ FileDescriptor CreateBeside(const std::filesystem::path& path, mode_t mode, std:
   return FileDescriptor(-1);
 }
 
+using TFill = std::function<bool(int fd, std::string& reason)>;
+
 // Writes what `fill` produces into a temporary file beside `path` and renames it over `path`.
-bool WriteBeside(const std::filesystem::path& path, mode_t mode,
-                 const std::function<bool(int fd, std::string& reason)>& fill, std::string& reason) {
+bool WriteBeside(const std::filesystem::path& path, mode_t mode, const TFill& fill, std::string& reason) {
   std::string name;
   FileDescriptor fd = CreateBeside(path, mode, name, reason);
   if (fd.get() < 0) return false;
@@ -161,6 +168,35 @@ bool WriteBeside(const std::filesystem::path& path, mode_t mode,
   }
   if (!done) ::unlink(name.c_str());
   return done;
+}
+
+// How writing a file without a name went.
+enum class TUnnamed { Written, Failed, Unavailable };
+
+// Writes what `fill` produces into a file with no name in `path`'s folder and then names it
+// `path`: the name holds all of the bytes or none, with no temporary name to rename. Unavailable,
+// with `path` untouched, when the file system has no such files or `path` is taken.
+TUnnamed WriteUnnamed(const std::filesystem::path& path, mode_t mode, const TFill& fill, std::string& reason) {
+  const std::string folder = path.has_parent_path() ? path.parent_path().string() : ".";
+  FileDescriptor fd(::open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode));
+  if (fd.get() < 0) return TUnnamed::Unavailable;
+  if (!GiveMode(fd.get(), mode, reason) || !fill(fd.get(), reason)) return TUnnamed::Failed;
+  std::array<char, 32> self{};
+  std::snprintf(self.data(), self.size(), "/proc/self/fd/%d", fd.get());
+  if (::linkat(AT_FDCWD, self.data(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) != 0) return TUnnamed::Unavailable;
+  if (fd.Close() == 0) return TUnnamed::Written;
+  reason = SystemReason(errno);
+  ::unlink(path.c_str());
+  return TUnnamed::Failed;
+}
+
+// The bytes of a whole file, written to the descriptor a fill is given.
+TFill FillWith(std::string_view bytes) {
+  return [bytes](int fd, std::string& reason) {
+    if (WriteAll(fd, bytes.data(), bytes.size())) return true;
+    reason = SystemReason(errno);
+    return false;
+  };
 }
 
 // Reads the `expected` bytes fstat announced straight into `bytes`; false with `reason` set on a
@@ -231,16 +267,31 @@ bool WriteFileFrom(const std::filesystem::path& path, const TByteSource& source,
   return false;
 }
 
-bool WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, std::string* error) {
-  return WriteFileFrom(path, [bytes](const TByteSink& write, std::string&) { return write(bytes); }, error);
+bool WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, std::string* error,
+                    TPlacement placement) {
+  std::string reason;
+  const TUnnamed fresh =
+      placement == TPlacement::Fresh ? WriteUnnamed(path, NewFileMode(), FillWith(bytes), reason) : TUnnamed::Unavailable;
+  if (fresh == TUnnamed::Written) return true;
+  if (fresh == TUnnamed::Unavailable) {
+    return WriteFileFrom(path, [bytes](const TByteSink& write, std::string&) { return write(bytes); }, error);
+  }
+  if (error) *error = "Cannot write \"" + path.string() + "\": " + reason;
+  return false;
 }
 
-bool CopyFileBytes(const std::filesystem::path& source, const std::filesystem::path& dest, std::string* error) {
+bool CopyFileBytes(const std::filesystem::path& source, const std::filesystem::path& dest, std::string* error,
+                   TPlacement placement) {
   std::string reason;
   struct stat status {};
   FileDescriptor in = OpenRegular(source, status, reason);
   if (in.get() >= 0) {
-    const auto fill = [&](int fd, std::string& fill_reason) {
+    // From the start each time: a fresh file's fill may be followed by a temporary file's.
+    const TFill fill = [&](int fd, std::string& fill_reason) {
+      if (::lseek(in.get(), 0, SEEK_SET) != 0) {
+        fill_reason = SystemReason(errno);
+        return false;
+      }
       bool copied = false;
       if (CopyInKernel(in.get(), fd, fill_reason, copied)) return true;
       // Where the kernel cannot copy between these files, the bytes go through memory.
@@ -251,7 +302,11 @@ bool CopyFileBytes(const std::filesystem::path& source, const std::filesystem::p
         return false;
       }, fill_reason);
     };
-    if (WriteBeside(dest, status.st_mode & 0777, fill, reason)) return true;
+    const mode_t mode = status.st_mode & 0777;
+    const TUnnamed fresh = placement == TPlacement::Fresh ? WriteUnnamed(dest, mode, fill, reason) : TUnnamed::Unavailable;
+    if (fresh == TUnnamed::Written || (fresh == TUnnamed::Unavailable && WriteBeside(dest, mode, fill, reason))) {
+      return true;
+    }
   }
   if (error) *error = "Cannot copy \"" + source.string() + "\" to \"" + dest.string() + "\": " + reason;
   return false;

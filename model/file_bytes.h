@@ -21,11 +21,20 @@ inline constexpr size_t kMostFileBytes = size_t{64} << 20;
 // than kMostFileBytes. Links are followed; the caller decides where they may lead.
 std::optional<std::string> ReadFileBytes(const std::filesystem::path& path, std::string* error = nullptr);
 
-// Writes bytes, replacing the file: they go to a temporary file in the same folder, which is then
-// renamed over `path`, so `path` never holds half of them. A replaced file keeps its permissions.
-// False (with `error` set, when given, naming the file and the reason) on failure, and `path` is
-// then as it was.
-bool WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, std::string* error = nullptr);
+// How a written file is put in place.
+enum class TPlacement {
+  // Through a temporary file beside it, renamed over it, so that its name never holds half of the
+  // bytes. A replaced file keeps its permissions.
+  Replace,
+  // For a file that is most likely new: written with no name and then named, which spares the
+  // rename; as Replace where the name is taken or the file system cannot do that.
+  Fresh,
+};
+
+// Writes bytes to `path`, placed as `placement` says. False (with `error` set, when given, naming
+// the file and the reason) on failure, and `path` is then as it was.
+bool WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, std::string* error = nullptr,
+                    TPlacement placement = TPlacement::Replace);
 
 // Takes bytes to write; false when they could not be written.
 using TByteSink = std::function<bool(std::string_view bytes)>;
@@ -40,6 +49,6 @@ bool WriteFileFrom(const std::filesystem::path& path, const TByteSource& source,
 // Copies a regular file's bytes to `dest` the same way, with the source's permissions; any size.
 // False (with `error` set) when the source is not a regular file or either side fails.
 bool CopyFileBytes(const std::filesystem::path& source, const std::filesystem::path& dest,
-                   std::string* error = nullptr);
+                   std::string* error = nullptr, TPlacement placement = TPlacement::Replace);
 
 }  // namespace tsaw

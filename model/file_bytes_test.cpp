@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "testing/file_size_limit.h"
 #include "testing/temp_dir.h"
 
 namespace tsaw {
@@ -121,6 +124,47 @@ TEST(FileBytesTest, ASourceThatGivesUpHalfWayLeavesTheOldFile) {
   const TByteSource pieces = [](const TByteSink& write, std::string&) { return write("new, ") && write("whole"); };
   ASSERT_TRUE(WriteFileFrom(report, pieces));
   EXPECT_EQ(dir.Read("Report.txt"), "new, whole");
+}
+
+// A fresh file appears whole under its name, with no temporary name beside it; a name already
+// taken is replaced as ever, and a file that cannot be written whole leaves no trace.
+TEST(FileBytesTest, AFreshFileAppearsWholeOrNotAtAll) {
+  testing::TempDir dir;
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  ASSERT_TRUE(WriteFileBytes(dir.path() / "New.pas", "unit New;", nullptr, TPlacement::Fresh));
+  EXPECT_EQ(dir.Read("New.pas"), "unit New;");
+  EXPECT_EQ(static_cast<mode_t>(fs::status(dir.path() / "New.pas").permissions() & fs::perms::all), 0666 & ~mask);
+  const fs::path tool = dir.Write("tool.sh", "#!/bin/sh\n");
+  fs::permissions(tool, fs::perms::all);
+  ASSERT_TRUE(CopyFileBytes(tool, dir.path() / "copy.sh", nullptr, TPlacement::Fresh));
+  EXPECT_EQ(dir.Read("copy.sh"), "#!/bin/sh\n");
+  EXPECT_EQ(fs::status(dir.path() / "copy.sh").permissions() & fs::perms::all, fs::perms::all);
+
+  // Written again: the new bytes replace the old whole, keeping the file's permissions.
+  fs::permissions(dir.path() / "New.pas", fs::perms::owner_read | fs::perms::owner_write);
+  ASSERT_TRUE(WriteFileBytes(dir.path() / "New.pas", "unit New2;", nullptr, TPlacement::Fresh));
+  EXPECT_EQ(dir.Read("New.pas"), "unit New2;");
+  EXPECT_EQ(fs::status(dir.path() / "New.pas").permissions() & fs::perms::all,
+            fs::perms::owner_read | fs::perms::owner_write);
+  ASSERT_TRUE(CopyFileBytes(dir.path() / "New.pas", dir.path() / "copy.sh", nullptr, TPlacement::Fresh));
+  EXPECT_EQ(dir.Read("copy.sh"), "unit New2;");
+  std::string error;
+  fs::create_directory(dir.path() / "Folder.pas");
+  EXPECT_FALSE(WriteFileBytes(dir.path() / "Folder.pas", "unit F;", &error, TPlacement::Fresh));
+  EXPECT_EQ(error, "Cannot write \"" + (dir.path() / "Folder.pas").string() + "\": it is a folder");
+  {
+    const testing::FileSizeLimit full(4);
+    EXPECT_FALSE(WriteFileBytes(dir.path() / "New.pas", "unit New3;", &error, TPlacement::Fresh));
+    EXPECT_FALSE(WriteFileBytes(dir.path() / "Big.pas", "unit Big;", &error, TPlacement::Fresh));
+    EXPECT_EQ(error, "Cannot write \"" + (dir.path() / "Big.pas").string() + "\": File too large");
+    EXPECT_FALSE(CopyFileBytes(dir.path() / "New.pas", dir.path() / "Big copy.pas", &error, TPlacement::Fresh));
+  }
+  EXPECT_EQ(dir.Read("New.pas"), "unit New2;");
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(dir.path())) names.push_back(entry.path().filename().string());
+  std::sort(names.begin(), names.end());
+  EXPECT_EQ(names, (std::vector<std::string>{"Folder.pas", "New.pas", "copy.sh", "tool.sh"}));
 }
 
 }  // namespace
