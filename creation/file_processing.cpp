@@ -136,11 +136,16 @@ std::string LinkOutsideTemplate(const TRunContext& run, const fs::path& source) 
   return target.string();
 }
 
-// True when `name` is a plain file name that keeps `dest` inside the Project Set.
-bool SafeName(const TRunContext& run, const std::string& name, const fs::path& dest) {
+// True when `name` is a plain file name, which keeps a file of `dest_folder` inside the Project
+// Set when the folder is inside it. The folder is looked at once for all its files.
+bool SafeName(TRunContext& run, const std::string& name, const fs::path& dest_folder) {
   if (name.empty() || name == "." || name == ".." || name.find('/') != std::string::npos) return false;
-  const fs::path relative = dest.lexically_normal().lexically_relative(run.project_set);
-  return !relative.empty() && *relative.begin() != "..";
+  if (run.checked_folder.native() != dest_folder.native()) {
+    const fs::path relative = dest_folder.lexically_normal().lexically_relative(run.project_set);
+    run.checked_folder_inside = !relative.empty() && *relative.begin() != "..";
+    run.checked_folder = dest_folder;
+  }
+  return run.checked_folder_inside;
 }
 
 }  // namespace
@@ -173,7 +178,7 @@ TFileOutcome Process_File(TRunContext& run, const fs::path& source, bool is_link
   if (!run.expansion) run.expansion = std::make_unique<TExpansionTable>(run.wizard);
   const std::string dest_name = ProjectFileName(*run.expansion, name);
   const fs::path dest = dest_folder / dest_name;
-  if (!SafeName(run, dest_name, dest)) {
+  if (!SafeName(run, dest_name, dest_folder)) {
     return Fail(run, "      ERROR: The name '" + dest_name + "' made from '" + name +
                          "' would leave the Project Set folder; file not written.");
   }

@@ -101,7 +101,8 @@ bool WalkFolder(TRunContext& run, const fs::path& folder, bool in_target) {
   return Scan_More(run, folder, TLevel::Inner, in_target);
 }
 
-bool WalkFile(TRunContext& run, const fs::path& file, bool is_link) {
+// `dest_folder` is where the files of `file`'s folder go, found once for all of them.
+bool WalkFile(TRunContext& run, const fs::path& file, bool is_link, std::optional<fs::path>& dest_folder) {
   const bool skip = SkippedFile(file.filename().string());
   if (run.count_only) {
     ++run.counters.FilesScanned;
@@ -111,7 +112,8 @@ bool WalkFile(TRunContext& run, const fs::path& file, bool is_link) {
     run.AdvanceGauge();
     if (run.aborted) return false;
     if (!skip) {
-      const TFileOutcome outcome = Process_File(run, file, is_link, DestinationOf(run, file.parent_path()));
+      if (!dest_folder) dest_folder = DestinationOf(run, file.parent_path());
+      const TFileOutcome outcome = Process_File(run, file, is_link, *dest_folder);
       if (outcome == TFileOutcome::Aborted) return false;
       ++(outcome == TFileOutcome::Processed ? run.counters.FilesProcessed : run.counters.FilesFailed);
       // A file that broke a bound stops the run: the next would most likely break it too.
@@ -123,13 +125,14 @@ bool WalkFile(TRunContext& run, const fs::path& file, bool is_link) {
 }
 
 bool Scan_More(TRunContext& run, const fs::path& source, TLevel level, bool in_target) {
+  std::optional<fs::path> dest_folder;
   for (const platform::TFolderEntry& entry : ListFolder(run, source)) {
     if (run.aborted) return false;
     const fs::path path = source / entry.Name;
     // A linked folder is not entered (a link to a parent would never end); it fails as a file.
     const bool folder = fs::is_directory(entry.Status);
     if (folder && IsCatalogueFolder(entry.Name, level)) continue;
-    if (!(folder ? WalkFolder(run, path, in_target) : WalkFile(run, path, fs::is_symlink(entry.Status)))) return false;
+    if (!(folder ? WalkFolder(run, path, in_target) : WalkFile(run, path, fs::is_symlink(entry.Status), dest_folder))) return false;
   }
   return !run.aborted;
 }
