@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <functional>
@@ -170,6 +171,21 @@ bool WriteBeside(const std::filesystem::path& path, mode_t mode, const TFill& fi
   return done;
 }
 
+// Gives the unnamed file `fd` the name `path`; false when the name is taken or the system cannot.
+// The file itself is named where the kernel lets its owner do that, else its link in /proc; the
+// first refusal is remembered, sparing the refused call for every later file.
+bool NameUnnamed(int fd, const std::filesystem::path& path) {
+  static std::atomic<bool> by_descriptor{true};
+  if (by_descriptor.load(std::memory_order_relaxed)) {
+    if (::linkat(fd, "", AT_FDCWD, path.c_str(), AT_EMPTY_PATH) == 0) return true;
+    if (errno != ENOENT && errno != EPERM) return false;
+    by_descriptor.store(false, std::memory_order_relaxed);
+  }
+  std::array<char, 32> self{};
+  std::snprintf(self.data(), self.size(), "/proc/self/fd/%d", fd);
+  return ::linkat(AT_FDCWD, self.data(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
+}
+
 // How writing a file without a name went.
 enum class TUnnamed { Written, Failed, Unavailable };
 
@@ -181,9 +197,7 @@ TUnnamed WriteUnnamed(const std::filesystem::path& path, mode_t mode, const TFil
   FileDescriptor fd(::open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode));
   if (fd.get() < 0) return TUnnamed::Unavailable;
   if (!GiveMode(fd.get(), mode, reason) || !fill(fd.get(), reason)) return TUnnamed::Failed;
-  std::array<char, 32> self{};
-  std::snprintf(self.data(), self.size(), "/proc/self/fd/%d", fd.get());
-  if (::linkat(AT_FDCWD, self.data(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) != 0) return TUnnamed::Unavailable;
+  if (!NameUnnamed(fd.get(), path)) return TUnnamed::Unavailable;
   if (fd.Close() == 0) return TUnnamed::Written;
   reason = SystemReason(errno);
   ::unlink(path.c_str());
