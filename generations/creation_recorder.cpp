@@ -7,7 +7,6 @@
 #include <iterator>
 #include <stdexcept>
 #include <system_error>
-#include <utility>
 
 #include "generations/record.h"
 #include "generations/snapshot.h"
@@ -72,9 +71,9 @@ void TCreationRecorder::Started(const fs::path& folder) {
   pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
-void TCreationRecorder::Written(const fs::path& file, std::string bytes) { Enqueue({file, std::move(bytes)}); }
+void TCreationRecorder::Written(const fs::path& file, std::string bytes) { Enqueue({file.native(), std::move(bytes)}); }
 
-void TCreationRecorder::Copied(const fs::path& file) { Enqueue({file, std::nullopt}); }
+void TCreationRecorder::Copied(const fs::path& file) { Enqueue({file.native(), std::nullopt}); }
 
 void TCreationRecorder::Enqueue(TQueued item) {
   if (!worker_.joinable()) return;
@@ -92,27 +91,30 @@ void TCreationRecorder::Enqueue(TQueued item) {
     changed_.wait(lock);
   }
   held_bytes_ += size;
+  queued_bytes_ += size;
   queue_.push_back(std::move(item));
-  const bool wake = queue_.size() >= kWakeFiles || QueuedBytes() >= kWakeBytes;
+  const bool wake = queue_.size() >= kWakeFiles || queued_bytes_ >= kWakeBytes;
   lock.unlock();
   if (wake) changed_.notify_all();
 }
 
-// The helper's next file; none once the run is over (or its files are not wanted), or at once
-// when none is waiting and `wait` is false. `done` is the file the helper has just taken.
-std::optional<TCreationRecorder::TQueued> TCreationRecorder::Next(bool wait, std::optional<TQueued> done) {
+// Every file waiting for the helper, taken at once so that the two threads seldom meet at the
+// lock; none once the run is over (or its files are not wanted), or at once when none is waiting
+// and `wait` is false. `done` are the files the helper has just taken.
+std::vector<TCreationRecorder::TQueued> TCreationRecorder::TakeWaiting(bool wait, std::vector<TQueued> done) {
+  std::vector<TQueued> taken;
   std::unique_lock lock(mutex_);
-  if (done) {
-    spent_bytes_ += done->Bytes ? done->Bytes->size() : 0;
-    spent_.push_back(std::move(*done));
+  for (TQueued& item : done) {
+    spent_bytes_ += item.Bytes ? item.Bytes->size() : 0;
+    spent_.push_back(std::move(item));
   }
   if (wait) changed_.wait(lock, [this] { return !queue_.empty() || closing_; });
-  if (discard_ || queue_.empty()) return std::nullopt;
-  std::optional<TQueued> item(std::move(queue_.front()));
-  queue_.pop_front();
+  if (discard_) return taken;
+  taken.swap(queue_);
+  queued_bytes_ = 0;
   lock.unlock();
   changed_.notify_all();
-  return item;
+  return taken;
 }
 
 // The helper thread: the store is opened, filled and closed here, and after a failure the files
@@ -126,11 +128,11 @@ void TCreationRecorder::Work(const fs::path& folder, const fs::path& template_fo
     TObjectPack pack = store->NewPack();
     TFiles files;
     // The template is walked only while no file waits, so that the run is not held up by it.
-    std::optional<TQueued> done;
+    std::vector<TQueued> batch;
     for (;;) {
-      if (std::optional<TQueued> item = Next(!walking, std::exchange(done, std::nullopt))) {
-        TakeFile(folder, item->File, item->Bytes, pack, files);
-        done = std::move(item);
+      batch = TakeWaiting(!walking, std::move(batch));
+      if (!batch.empty()) {
+        for (const TQueued& item : batch) TakeFile(folder, fs::path(item.File), item.Bytes, pack, files);
       } else if (walking) {
         walking = fingerprint.Step(kFingerprintEntries);
         if (!walking) digest = fingerprint.Digest();
@@ -153,7 +155,7 @@ void TCreationRecorder::Work(const fs::path& folder, const fs::path& template_fo
     error_.clear();
   } catch (const std::exception& failure) {
     error_ = failure.what();
-    while (Next(true, std::nullopt)) {
+    while (!TakeWaiting(true, {}).empty()) {
     }
   }
 }

@@ -8,7 +8,6 @@
 // Finish (the run was aborted, stopped or failed) adds nothing to the store.
 
 #include <condition_variable>
-#include <deque>
 #include <filesystem>
 #include <mutex>
 #include <optional>
@@ -43,12 +42,11 @@ class TCreationRecorder final : public creation::TWrittenFiles {
 
  private:
   struct TQueued {
-    std::filesystem::path File;
+    std::string File;  // its path as text: a path object would cost the run an allocation per part
     std::optional<std::string> Bytes;  // none: the file is read
   };
   void Enqueue(TQueued item);
-  std::optional<TQueued> Next(bool wait, std::optional<TQueued> done);
-  size_t QueuedBytes() const { return held_bytes_ - spent_bytes_; }
+  std::vector<TQueued> TakeWaiting(bool wait, std::vector<TQueued> done);
   void Work(const std::filesystem::path& folder, const std::filesystem::path& template_folder);
   void StopWorker(bool discard);
 
@@ -57,9 +55,10 @@ class TCreationRecorder final : public creation::TWrittenFiles {
   std::mutex mutex_;
   std::condition_variable changed_;
   // Shared with the helper, under the mutex.
-  std::deque<TQueued> queue_;
+  std::vector<TQueued> queue_;
   std::vector<TQueued> spent_;  // taken by the helper, to be freed by the run's thread
-  size_t held_bytes_ = 0;       // the bytes of the files in both
+  size_t queued_bytes_ = 0;     // the bytes of the files in the queue
+  size_t held_bytes_ = 0;       // ... in the queue, with the helper and spent
   size_t spent_bytes_ = 0;
   bool closing_ = false;                  // nothing more comes
   bool discard_ = false;                  // what remains is not wanted
