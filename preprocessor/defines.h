@@ -1,8 +1,10 @@
 #pragma once
 // The directive constants of one processing run: "name=value" lines in the order they were added.
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace tsaw {
@@ -32,7 +34,20 @@ class TDefines {
   void SetValueAt(std::size_t index, std::string_view value) { entries_[index].Value = value; }
 
  private:
+  // Names compared as the table compares them, ignoring ASCII letter case.
+  struct TFoldedHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view name) const;
+  };
+  struct TFoldedEqual {
+    using is_transparent = void;
+    bool operator()(std::string_view a, std::string_view b) const;
+  };
+
   std::vector<Entry> entries_;
+  // The index of the first line of each name: a run's table holds thousands of constants when a
+  // Project Set has many plug-ins, too many to search line by line for every name.
+  std::unordered_map<std::string, std::size_t, TFoldedHash, TFoldedEqual> first_;
 };
 
 }  // namespace tsaw
