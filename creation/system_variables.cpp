@@ -21,17 +21,9 @@ bool KeepsNoIdentifier(uint16_t var_idx) {
          var_idx == viManagerPluginFolder || var_idx == viManagerServiceFolder;
 }
 
-// The full expansion of `text`; the table is made once for all the values expanded here, which
-// change no variable's name, token or plug-in count.
-std::string Expanded(const TExpansionTable& table, const std::string& text) {
-  std::string result;
-  ExpandVar(table, text, false, result);
-  return result;
-}
-
 void ExpandInPlace(TWizard& wizard, const TExpansionTable& table, uint16_t var_idx) {
   TVariableItem& item = CurrentItem(wizard, var_idx);
-  item.Value = Expanded(table, item.Value);
+  item.Value = ExpandVar(table, item.Value);
   // Made afresh: one made when a default was applied may predate a later Projects.Prefix.
   item.IdfValue = KeepsNoIdentifier(var_idx) ? std::string() : Str2Idf(item.Value);
 }
@@ -74,13 +66,14 @@ void SetSourcePrefixes(TWizard& wizard) {
 void Expand_System_Variables(TWizard& wizard) {
   platform::ScopedRoutine routine("TSaW_frmCreation.TfrmCreation.Expand_System_Variables");
   Select_No_Target(wizard);
+  // Made once for all the values expanded here, which change no variable's name or token.
   const TExpansionTable table(wizard);
   for (const uint16_t var_idx : kBuiltFromOthers) ExpandInPlace(wizard, table, var_idx);
   ExpandPluginTexts(wizard, table);
   for (uint16_t var_idx = kInitialVariableCount; var_idx < wizard.Variables.size(); ++var_idx) {
     TVariableItem& item = wizard.Variables[var_idx];
     if (!item.UserDefined || item.IsLookup) continue;
-    item.Value = Expanded(table, item.Value);
+    item.Value = ExpandVar(table, item.Value);
     item.IdfValue = Str2Idf(item.Value);
   }
   SetSourcePrefixes(wizard);

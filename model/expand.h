@@ -72,6 +72,7 @@ TExpandOutcome ExpandVar(const TExpansionTable& table, std::string_view s, bool 
 std::string ExpansionBoundMessage(std::string_view what, TExpandOutcome outcome, size_t input_size);
 // Convenience: the full expansion of `s`.
 std::string ExpandVar(const TWizard& wizard, std::string_view s);
+std::string ExpandVar(const TExpansionTable& table, std::string_view s);
 
 // The number of the variable named exactly `name` among 1..count (0 = the variable count); 0 when none.
 uint16_t FindVarByName(const TWizard& wizard, std::string_view name, uint16_t count = 0);

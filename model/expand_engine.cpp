@@ -262,4 +262,10 @@ std::string ExpandVar(const TWizard& wizard, std::string_view s) {
   return res;
 }
 
+std::string ExpandVar(const TExpansionTable& table, std::string_view s) {
+  std::string res;
+  ExpandVar(table, s, false, res);
+  return res;
+}
+
 }  // namespace tsaw

@@ -54,29 +54,36 @@ bool Acts(const TWizard& wizard) {
   return info && info->IsTemplate && info->IsValid && wizard.Variables.size() > kFixedVariableCount;
 }
 
-enum class Idf { Same, Expanded, Cleared };
+enum class Idf { Same, Cleared };
 
-void SetDefault(TWizard& wizard, TVariableItem& item, std::string value, Idf idf) {
+void SetDefault(TVariableItem& item, std::string value, Idf idf) {
   item.DefaultValue = std::move(value);
   item.Value = item.DefaultValue;
   if (idf == Idf::Same) item.IdfValue = item.DefaultValue;
-  if (idf == Idf::Expanded) item.IdfValue = Str2Idf(ExpandVar(wizard, item.DefaultValue));
   if (idf == Idf::Cleared) item.IdfValue.clear();
 }
 
 void SetDefault(TWizard& wizard, uint16_t var_idx, std::string value, Idf idf) {
-  SetDefault(wizard, wizard.Variables[var_idx], std::move(value), idf);
+  SetDefault(wizard.Variables[var_idx], std::move(value), idf);
+}
+
+// Sets the default, with the identifier form of its expansion. `table` is made for the wizard's
+// variables; the values set meanwhile leave it valid.
+void SetExpandedDefault(const TExpansionTable& table, TVariableItem& item, std::string value) {
+  item.DefaultValue = std::move(value);
+  item.Value = item.DefaultValue;
+  item.IdfValue = Str2Idf(ExpandVar(table, item.DefaultValue));
 }
 
 // The plug-in variable's own item carries the text too: it is what a plug-in's value falls back
 // to when a file sets that plug-in's default (see Read).
-void SetPluginDefaults(TWizard& wizard, uint16_t var_idx, const std::string& value) {
+void SetPluginDefaults(TWizard& wizard, const TExpansionTable& table, uint16_t var_idx, const std::string& value) {
   TVariableItem& variable = wizard.Variables[var_idx];
-  SetDefault(wizard, variable, value, Idf::Expanded);
+  SetExpandedDefault(table, variable, value);
   for (size_t n = 1; n < variable.Pins.size(); ++n) {
     if (!variable.Pins[n]) continue;
     BackupVar(wizard, viPluginIndex, std::to_string(n));
-    SetDefault(wizard, *variable.Pins[n], value, Idf::Expanded);
+    SetExpandedDefault(table, *variable.Pins[n], value);
     RestoreVar(wizard, viPluginIndex);
   }
 }
@@ -144,26 +151,28 @@ void ApplyFile(TWizard& wizard, const std::string& file, bool indexed) {
 void Apply_Internal_Default_Values(TWizard& wizard) {
   platform::ScopedRoutine routine("TSaW_frmTemplates.TfrmTemplates.Apply_Internal_Default_Values");
   if (!Acts(wizard)) return;
-  SetDefault(wizard, viPluginCount, std::to_string(wizard.SelectedTemplate->PluginCount), Idf::Expanded);
+  // Made once: the defaults set here change values only, never a variable's name or token.
+  const TExpansionTable table(wizard);
+  SetExpandedDefault(table, wizard.Variables[viPluginCount], std::to_string(wizard.SelectedTemplate->PluginCount));
   SetDefault(wizard, viProjectsPrefix, "MySystem", Idf::Same);
-  SetDefault(wizard, viHostProjectName, "#Projects.Prefix#Host", Idf::Expanded);
-  SetDefault(wizard, viCompanyName, "My Company", Idf::Expanded);
-  SetDefault(wizard, viProductName, "My Product", Idf::Expanded);
-  SetDefault(wizard, viAuthor, "My Name", Idf::Expanded);
-  SetDefault(wizard, viCopyright, "\xC2\xA9#Creation.Year# #Company.Name#", Idf::Expanded);
+  SetExpandedDefault(table, wizard.Variables[viHostProjectName], "#Projects.Prefix#Host");
+  SetExpandedDefault(table, wizard.Variables[viCompanyName], "My Company");
+  SetExpandedDefault(table, wizard.Variables[viProductName], "My Product");
+  SetExpandedDefault(table, wizard.Variables[viAuthor], "My Name");
+  SetExpandedDefault(table, wizard.Variables[viCopyright], "\xC2\xA9#Creation.Year# #Company.Name#");
   SetDefault(wizard, viManagerPluginExtension, "tsa", Idf::Same);
   SetDefault(wizard, viManagerPluginFolder, "%HostAppDir%", Idf::Cleared);
   SetDefault(wizard, viManagerServiceFolder, "%HostAppDir%", Idf::Cleared);
-  SetDefault(wizard, viManagerVersion, "1.0", Idf::Expanded);
-  SetDefault(wizard, viManagerAuthor, "#Author#", Idf::Expanded);
-  SetDefault(wizard, viManagerDeepName, "My Host", Idf::Expanded);
-  SetDefault(wizard, viManagerCopyright, "#Copyright#", Idf::Expanded);
-  SetPluginDefaults(wizard, viPluginProjectName, "#Projects.Prefix#Pin#Plugin.Index#");
-  SetPluginDefaults(wizard, viPluginDeepName, "Plugin ##Plugin.Index#");
-  SetPluginDefaults(wizard, viPluginVersion, "1.0");
-  SetPluginDefaults(wizard, viPluginAuthor, "#Author#");
-  SetPluginDefaults(wizard, viPluginCopyright, "#Copyright#");
-  SetPluginDefaults(wizard, viPluginDescription, "This is my plugin ##Plugin.Index#");
+  SetExpandedDefault(table, wizard.Variables[viManagerVersion], "1.0");
+  SetExpandedDefault(table, wizard.Variables[viManagerAuthor], "#Author#");
+  SetExpandedDefault(table, wizard.Variables[viManagerDeepName], "My Host");
+  SetExpandedDefault(table, wizard.Variables[viManagerCopyright], "#Copyright#");
+  SetPluginDefaults(wizard, table, viPluginProjectName, "#Projects.Prefix#Pin#Plugin.Index#");
+  SetPluginDefaults(wizard, table, viPluginDeepName, "Plugin ##Plugin.Index#");
+  SetPluginDefaults(wizard, table, viPluginVersion, "1.0");
+  SetPluginDefaults(wizard, table, viPluginAuthor, "#Author#");
+  SetPluginDefaults(wizard, table, viPluginCopyright, "#Copyright#");
+  SetPluginDefaults(wizard, table, viPluginDescription, "This is my plugin ##Plugin.Index#");
   SetDefault(wizard, viPluginIndex, "1", Idf::Same);
   wizard.PluginIndex = 1;
   for (uint16_t v = viLoggingUseTLG; v <= viCosmeticCommentedHeaders; ++v) {
@@ -221,7 +230,7 @@ void Read(TWizard& wizard, const TIniFile& ini, std::string_view section, std::s
   TellApplied(wizard, var_idx, plugin);
   TVariableItem& variable = wizard.Variables[var_idx];
   if (IsBooleanVar(var_idx)) {
-    SetDefault(wizard, variable, IniBool(text) ? "True" : "False", Idf::Same);
+    SetDefault(variable, IniBool(text) ? "True" : "False", Idf::Same);
     return;
   }
   if (const size_t bar = text.find(kBrokenBar); bar != std::string::npos) {
@@ -231,7 +240,7 @@ void Read(TWizard& wizard, const TIniFile& ini, std::string_view section, std::s
   const std::string value = is_description ? Piped2Text(text, kPilcrow) : text;
   const std::string idf = is_description ? "" : Str2Idf(ExpandVar(wizard, text));
   if (!variable.IsPluginArray) {
-    SetDefault(wizard, variable, value, Idf::Cleared);
+    SetDefault(variable, value, Idf::Cleared);
     variable.IdfValue = idf;
     return;
   }
@@ -250,10 +259,10 @@ void Update_Wizard_Variables(TWizard& wizard) {
   if (wizard.Variables.size() <= viTemplatePrefix) return;
   TVariableItem& prefix = wizard.Variables[viTemplatePrefix];
   if (Acts(wizard)) {
-    SetDefault(wizard, prefix, wizard.SelectedTemplate->Prefix, Idf::Cleared);
+    SetDefault(prefix, wizard.SelectedTemplate->Prefix, Idf::Cleared);
     prefix.IdfValue = Str2Idf(prefix.Value);
   } else {
-    SetDefault(wizard, prefix, "", Idf::Cleared);
+    SetDefault(prefix, "", Idf::Cleared);
   }
 }
 
