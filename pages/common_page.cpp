@@ -1,8 +1,11 @@
 #include "pages/common_page.h"
 
 #include <array>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
+#include "model/expand.h"
 #include "model/variables.h"
 #include "pages/variable_edit.h"
 #include "platform/runtime_text.h"
@@ -82,10 +85,20 @@ void CheckIdentifier(TPageErrors& errors, std::string_view subject, std::string_
   }
 }
 
+// The plug-ins of each name ignoring letter case, in ascending order: with many plug-ins, looking
+// for the namesakes of each among all the others would take long.
+using TNamesakes = std::unordered_map<std::string, std::vector<std::size_t>>;
+
+TNamesakes NamesakesOf(const std::vector<std::string>& names) {
+  TNamesakes namesakes;
+  for (std::size_t i = 1; i < names.size(); ++i) namesakes[platform::LowerAscii(names[i])].push_back(i);
+  return namesakes;
+}
+
 // The rules of plug-in `i`'s name `names[i]`: its form, then clashes with the host and with the
 // plug-ins after it (so each pair is compared once and a clash is told at the lower index).
-void CheckPluginName(TPageErrors& errors, const std::vector<std::string>& names, std::size_t i,
-                     std::string_view host) {
+void CheckPluginName(TPageErrors& errors, const std::vector<std::string>& names,
+                     const TNamesakes& namesakes, std::size_t i, std::string_view host) {
   const std::string& name = names[i];
   const std::string index = std::to_string(i);
   CheckStart(errors, PinSubject(i), name,
@@ -97,11 +110,9 @@ void CheckPluginName(TPageErrors& errors, const std::vector<std::string>& names,
   }
   const std::string unique = Quoted(PinSubject(i), name) + " must be unique in the Project Set.\r\n";
   if (platform::SameText(name, host)) errors.Add_Error(unique + "It's currently equal to the Host Project Name.");
-  for (std::size_t j = i + 1; j < names.size(); ++j) {
-    if (platform::SameText(name, names[j])) {
-      errors.Add_Error(unique + "It's currently equal to the Plugin[" + std::to_string(j) +
-                       "] Project Name.");
-    }
+  for (const std::size_t j : namesakes.at(platform::LowerAscii(name))) {
+    if (j <= i) continue;
+    errors.Add_Error(unique + "It's currently equal to the Plugin[" + std::to_string(j) + "] Project Name.");
   }
 }
 
@@ -111,9 +122,10 @@ std::vector<std::string> ExpandedPluginNames(TWizard& wizard) {
   const uint16_t count = PluginCountOf(wizard);
   std::vector<std::string> names(count + 1);
   TPluginIndexGuard guard(wizard);
+  const TExpansionTable table(wizard);
   for (uint16_t i = 1; i <= count; ++i) {
     Set_Plugin_Index_Var(wizard, i);
-    names[i] = ExpandPinValue(wizard, viPluginProjectName, i);
+    names[i] = ExpandPinValue(table, viPluginProjectName, i);
   }
   return names;
 }
@@ -141,7 +153,8 @@ void TCommonPage::CheckRules(TPageErrors& errors) {
   CheckIdentifier(errors, "Host Project Name", host,
                   "It will be used to replace the name the host project(s) at creation stage.");
   const std::vector<std::string> names = ExpandedPluginNames(wizard_);
-  for (std::size_t i = 1; i < names.size(); ++i) CheckPluginName(errors, names, i, host);
+  const TNamesakes namesakes = NamesakesOf(names);
+  for (std::size_t i = 1; i < names.size(); ++i) CheckPluginName(errors, names, namesakes, i, host);
 }
 
 }  // namespace tsaw

@@ -45,9 +45,10 @@ std::optional<std::string> TPluginPage::AdviceFor(std::string_view control) cons
 
 void TPluginPage::CheckRules(TPageErrors& errors) {
   TPluginIndexGuard guard(wizard_);
+  const TExpansionTable table(wizard_);
   for (int i = 1; i <= PluginCountOf(wizard_); ++i) {
     Set_Plugin_Index_Var(wizard_, i);
-    const std::string version = ExpandPinValue(wizard_, viPluginVersion, i);
+    const std::string version = ExpandPinValue(table, viPluginVersion, i);
     if (version.empty()) {
       errors.Add_Error(
           "Plugin[" + std::to_string(i) + "] Version (expanded to \"" + version +

@@ -10,11 +10,12 @@ std::string ExpandedValue(const TWizard& wizard, uint16_t var_idx) {
   return ExpandVar(wizard, CurrentItem(wizard, var_idx).Value);
 }
 
-std::string ExpandPinValue(const TWizard& wizard, uint16_t var_idx, int index) {
+std::string ExpandPinValue(const TExpansionTable& table, uint16_t var_idx, int index) {
+  const TWizard& wizard = table.Wizard();
   if (var_idx >= wizard.Variables.size() || index < 1) return {};
   const auto& pins = wizard.Variables[var_idx].Pins;
   if (static_cast<std::size_t>(index) >= pins.size() || !pins[index]) return {};
-  return ExpandVar(wizard, pins[index]->Value);
+  return ExpandVar(table, pins[index]->Value);
 }
 
 TPluginIndexGuard::TPluginIndexGuard(TWizard& wizard) : wizard_(wizard) {

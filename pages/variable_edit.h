@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "model/expand.h"
 #include "model/variables.h"
 #include "model/wizard.h"
 
@@ -16,8 +17,9 @@ namespace tsaw {
 std::string ExpandedValue(const TWizard& wizard, uint16_t var_idx);
 
 // The expanded value of plug-in `index`'s element of variable `var_idx`; empty when the variable
-// has no such element.
-std::string ExpandPinValue(const TWizard& wizard, uint16_t var_idx, int index);
+// has no such element. `table` is made for the wizard's variables, once for a rule that expands
+// every plug-in's element.
+std::string ExpandPinValue(const TExpansionTable& table, uint16_t var_idx, int index);
 
 // Saves `Plugin.Index` on construction and puts it back on destruction, so that a rule may set it
 // to each plug-in in turn (a value embedding #Plugin.Index# then expands as it will at creation).
