@@ -59,7 +59,7 @@ class TCreationRecorder final : public creation::TWrittenFiles {
   std::vector<TQueued> spent_;  // taken by the helper, to be freed by the run's thread
   size_t queued_bytes_ = 0;     // the bytes of the files in the queue
   size_t held_bytes_ = 0;       // ... in the queue, with the helper and spent
-  size_t spent_bytes_ = 0;
+  size_t spent_bytes_ = 0;      // ... spent
   bool closing_ = false;                  // nothing more comes
   bool discard_ = false;                  // what remains is not wanted
   std::optional<TGenerationMeta> meta_;   // set by Finish: the helper records the generation
