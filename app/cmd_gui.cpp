@@ -55,8 +55,6 @@ class TSampleRoot {
       return {};
     }
     const SeedResult seed = SeedFromSample(path_, ShippedSampleFolder());
-    // The run the screenshots show is recorded here, not among the user's Project Sets.
-    setenv("XDG_STATE_HOME", (path_ / "state").c_str(), 1);
     if (seed.Outcome == SeedOutcome::Seeded) return path_.string();
     err << "tsaw: " << seed.Message << '\n';
     return {};

@@ -94,7 +94,6 @@ TRunOutcome TCreationRun::Start(bool dry_run) {
   run.dry_run = run.refused = false;
   run.moved_to_trash.clear();
   run.planned_files.clear();
-  run.checked_folder.clear();
   TRunOutcome outcome = TRunOutcome::Failed;
   try {
     if (services_.SetFixedVariables) services_.SetFixedVariables(wizard_);

@@ -136,16 +136,10 @@ std::string LinkOutsideTemplate(const TRunContext& run, const fs::path& source) 
   return target.string();
 }
 
-// True when `name` is a plain file name, which keeps a file of `dest_folder` inside the Project
-// Set when the folder is inside it. The folder is looked at once for all its files.
-bool SafeName(TRunContext& run, const std::string& name, const fs::path& dest_folder) {
+// True when `name` is a plain file name that keeps a file of `dest_folder` inside the Project Set.
+bool SafeName(const std::string& name, const TDestFolder& dest_folder) {
   if (name.empty() || name == "." || name == ".." || name.find('/') != std::string::npos) return false;
-  if (run.checked_folder.native() != dest_folder.native()) {
-    const fs::path relative = dest_folder.lexically_normal().lexically_relative(run.project_set);
-    run.checked_folder_inside = !relative.empty() && *relative.begin() != "..";
-    run.checked_folder = dest_folder;
-  }
-  return run.checked_folder_inside;
+  return dest_folder.Inside;
 }
 
 }  // namespace
@@ -168,7 +162,12 @@ bool BinaryFormBytes(const std::string& bytes) {
   return std::string_view(bytes).substr(0, end) == "\xFF";
 }
 
-TFileOutcome Process_File(TRunContext& run, const fs::path& source, bool is_link, const fs::path& dest_folder) {
+TDestFolder DestFolderOf(const TRunContext& run, const fs::path& path) {
+  const fs::path relative = path.lexically_normal().lexically_relative(run.project_set);
+  return {path, !relative.empty() && *relative.begin() != ".."};
+}
+
+TFileOutcome Process_File(TRunContext& run, const fs::path& source, bool is_link, const TDestFolder& dest_folder) {
   platform::ScopedRoutine routine("TSaW_frmCreation.TfrmCreation.Process_File");
   if (const std::string outside = is_link ? LinkOutsideTemplate(run, source) : std::string(); !outside.empty()) {
     return Fail(run, "      ERROR: '" + source.string() + "' is a link to '" + outside +
@@ -177,8 +176,8 @@ TFileOutcome Process_File(TRunContext& run, const fs::path& source, bool is_link
   const std::string name = source.filename().string();
   if (!run.expansion) run.expansion = std::make_unique<TExpansionTable>(run.wizard);
   const std::string dest_name = ProjectFileName(*run.expansion, name);
-  const fs::path dest = dest_folder / dest_name;
-  if (!SafeName(run, dest_name, dest_folder)) {
+  const fs::path dest = dest_folder.Path / dest_name;
+  if (!SafeName(dest_name, dest_folder)) {
     return Fail(run, "      ERROR: The name '" + dest_name + "' made from '" + name +
                          "' would leave the Project Set folder; file not written.");
   }

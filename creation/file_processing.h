@@ -10,6 +10,14 @@ namespace tsaw::creation {
 // What became of one file.
 enum class TFileOutcome { Processed, Failed, Aborted };
 
+// The folder the files of one template folder go to, with whether it lies inside the Project Set
+// (a plain file name then keeps a file there): looked at once for all of those files.
+struct TDestFolder {
+  std::filesystem::path Path;
+  bool Inside = false;
+};
+TDestFolder DestFolderOf(const TRunContext& run, const std::filesystem::path& path);
+
 // Copies or expands `source` into `dest_folder` under its Project Set name, by extension: plain
 // copy; expansion (".rc" and ".dfm" with their quoting); project-settings cleaning; DCI renewal;
 // the preprocessor for ".dpr", ".pas" and ".inc". A file that cannot be read, refused (binary
@@ -18,7 +26,7 @@ enum class TFileOutcome { Processed, Failed, Aborted };
 // preprocessor's error is thrown on to the run. `is_link` says whether the walk's listing found
 // `source` to be a link, which must not lead out of the template.
 TFileOutcome Process_File(TRunContext& run, const std::filesystem::path& source, bool is_link,
-                          const std::filesystem::path& dest_folder);
+                          const TDestFolder& dest_folder);
 
 // True when the file named `name` is one the walk skips (by extension or name).
 bool SkippedFile(const std::string& name);

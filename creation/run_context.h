@@ -49,9 +49,6 @@ struct TRunContext {
   std::string task = "idle.";
   std::filesystem::path template_folder;  // the selected template, no trailing separator
   std::filesystem::path project_set;      // the Project Set folder, no trailing separator
-  // The last folder of the Project Set whose files' names were checked, and whether it is inside.
-  std::filesystem::path checked_folder;
-  bool checked_folder_inside = false;
 
   void Report(const std::string& line = {}) {
     report.Add(line);

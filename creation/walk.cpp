@@ -101,8 +101,8 @@ bool WalkFolder(TRunContext& run, const fs::path& folder, bool in_target) {
   return Scan_More(run, folder, TLevel::Inner, in_target);
 }
 
-// `dest_folder` is where the files of `file`'s folder go, found once for all of them.
-bool WalkFile(TRunContext& run, const fs::path& file, bool is_link, std::optional<fs::path>& dest_folder) {
+// `dest_folder` is where the files of `file`'s folder go, found at the first of them.
+bool WalkFile(TRunContext& run, const fs::path& file, bool is_link, std::optional<TDestFolder>& dest_folder) {
   const bool skip = SkippedFile(file.filename().string());
   if (run.count_only) {
     ++run.counters.FilesScanned;
@@ -112,7 +112,7 @@ bool WalkFile(TRunContext& run, const fs::path& file, bool is_link, std::optiona
     run.AdvanceGauge();
     if (run.aborted) return false;
     if (!skip) {
-      if (!dest_folder) dest_folder = DestinationOf(run, file.parent_path());
+      if (!dest_folder) dest_folder = DestFolderOf(run, DestinationOf(run, file.parent_path()));
       const TFileOutcome outcome = Process_File(run, file, is_link, *dest_folder);
       if (outcome == TFileOutcome::Aborted) return false;
       ++(outcome == TFileOutcome::Processed ? run.counters.FilesProcessed : run.counters.FilesFailed);
@@ -125,7 +125,7 @@ bool WalkFile(TRunContext& run, const fs::path& file, bool is_link, std::optiona
 }
 
 bool Scan_More(TRunContext& run, const fs::path& source, TLevel level, bool in_target) {
-  std::optional<fs::path> dest_folder;
+  std::optional<TDestFolder> dest_folder;
   for (const platform::TFolderEntry& entry : ListFolder(run, source)) {
     if (run.aborted) return false;
     const fs::path path = source / entry.Name;

@@ -77,16 +77,17 @@ void TCreationRecorder::Copied(const fs::path& file) { Enqueue({file.native(), s
 
 void TCreationRecorder::Enqueue(TQueued item) {
   if (!worker_.joinable()) return;
-  const size_t size = item.Bytes ? item.Bytes->size() : 0;
+  const size_t size = item.Size();
   std::vector<TQueued> spent;
   std::unique_lock lock(mutex_);
   for (;;) {
     // The files the helper is done with are freed here, by the thread that made them: freeing
     // them on the helper would make both threads contend for the allocator.
-    std::move(spent_.begin(), spent_.end(), std::back_inserter(spent));
+    for (TQueued& done : spent_) {
+      held_bytes_ -= done.Size();
+      spent.push_back(std::move(done));
+    }
     spent_.clear();
-    held_bytes_ -= spent_bytes_;
-    spent_bytes_ = 0;
     if (queue_.empty() || (held_bytes_ + size <= kQueuedBytes && queue_.size() < kQueuedFiles)) break;
     changed_.wait(lock);
   }
@@ -104,10 +105,7 @@ void TCreationRecorder::Enqueue(TQueued item) {
 std::vector<TCreationRecorder::TQueued> TCreationRecorder::TakeWaiting(bool wait, std::vector<TQueued> done) {
   std::vector<TQueued> taken;
   std::unique_lock lock(mutex_);
-  for (TQueued& item : done) {
-    spent_bytes_ += item.Bytes ? item.Bytes->size() : 0;
-    spent_.push_back(std::move(item));
-  }
+  std::move(done.begin(), done.end(), std::back_inserter(spent_));
   if (wait) changed_.wait(lock, [this] { return !queue_.empty() || closing_; });
   if (discard_) return taken;
   taken.swap(queue_);

@@ -44,6 +44,7 @@ class TCreationRecorder final : public creation::TWrittenFiles {
   struct TQueued {
     std::string File;  // its path as text: a path object would cost the run an allocation per part
     std::optional<std::string> Bytes;  // none: the file is read
+    size_t Size() const { return Bytes ? Bytes->size() : 0; }
   };
   void Enqueue(TQueued item);
   std::vector<TQueued> TakeWaiting(bool wait, std::vector<TQueued> done);
@@ -59,7 +60,6 @@ class TCreationRecorder final : public creation::TWrittenFiles {
   std::vector<TQueued> spent_;  // taken by the helper, to be freed by the run's thread
   size_t queued_bytes_ = 0;     // the bytes of the files in the queue
   size_t held_bytes_ = 0;       // ... in the queue, with the helper and spent
-  size_t spent_bytes_ = 0;      // ... spent
   bool closing_ = false;                  // nothing more comes
   bool discard_ = false;                  // what remains is not wanted
   std::optional<TGenerationMeta> meta_;   // set by Finish: the helper records the generation

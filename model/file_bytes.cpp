@@ -80,13 +80,16 @@ bool ReadAll(int fd, const std::function<bool(const char*, size_t)>& sink, std::
   }
 }
 
-bool WriteAll(int fd, const char* data, size_t size) {
-  while (size > 0) {
-    const ssize_t count = ::write(fd, data, size);
+// Writes all of `bytes` to `fd`; false with `reason` set when that fails.
+bool WriteAll(int fd, std::string_view bytes, std::string& reason) {
+  while (!bytes.empty()) {
+    const ssize_t count = ::write(fd, bytes.data(), bytes.size());
     if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) return false;
-    data += count;
-    size -= static_cast<size_t>(count);
+    if (count <= 0) {
+      reason = SystemReason(errno);
+      return false;
+    }
+    bytes.remove_prefix(static_cast<size_t>(count));
   }
   return true;
 }
@@ -118,6 +121,13 @@ bool CopyInKernel(int in, int out, std::string& reason, bool& copied) {
     reason = SystemReason(errno);
     return false;
   }
+}
+
+// Puts `fd` back at its start; false with `reason` set when it cannot be.
+bool Rewind(int fd, std::string& reason) {
+  if (::lseek(fd, 0, SEEK_SET) == 0) return true;
+  reason = SystemReason(errno);
+  return false;
 }
 
 // Gives the new file `fd` the permissions `mode` where the umask took some of them away.
@@ -204,15 +214,6 @@ TUnnamed WriteUnnamed(const std::filesystem::path& path, mode_t mode, const TFil
   return TUnnamed::Failed;
 }
 
-// The bytes of a whole file, written to the descriptor a fill is given.
-TFill FillWith(std::string_view bytes) {
-  return [bytes](int fd, std::string& reason) {
-    if (WriteAll(fd, bytes.data(), bytes.size())) return true;
-    reason = SystemReason(errno);
-    return false;
-  };
-}
-
 // Reads the `expected` bytes fstat announced straight into `bytes`; false with `reason` set on a
 // read error or when the bound is passed.
 bool ReadAllInto(int fd, size_t expected, std::string& bytes, std::string& reason) {
@@ -268,12 +269,7 @@ bool WriteFileFrom(const std::filesystem::path& path, const TByteSource& source,
   } else {
     const mode_t mode = exists ? (status.st_mode & 07777) : NewFileMode();
     const auto fill = [&](int fd, std::string& fill_reason) {
-      const TByteSink write = [&](std::string_view bytes) {
-        if (WriteAll(fd, bytes.data(), bytes.size())) return true;
-        fill_reason = SystemReason(errno);
-        return false;
-      };
-      return source(write, fill_reason);
+      return source([&](std::string_view bytes) { return WriteAll(fd, bytes, fill_reason); }, fill_reason);
     };
     if (WriteBeside(path, mode, fill, reason)) return true;
   }
@@ -284,8 +280,9 @@ bool WriteFileFrom(const std::filesystem::path& path, const TByteSource& source,
 bool WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, std::string* error,
                     TPlacement placement) {
   std::string reason;
+  const auto fill = [bytes](int fd, std::string& fill_reason) { return WriteAll(fd, bytes, fill_reason); };
   const TUnnamed fresh =
-      placement == TPlacement::Fresh ? WriteUnnamed(path, NewFileMode(), FillWith(bytes), reason) : TUnnamed::Unavailable;
+      placement == TPlacement::Fresh ? WriteUnnamed(path, NewFileMode(), fill, reason) : TUnnamed::Unavailable;
   if (fresh == TUnnamed::Written) return true;
   if (fresh == TUnnamed::Unavailable) {
     return WriteFileFrom(path, [bytes](const TByteSink& write, std::string&) { return write(bytes); }, error);
@@ -300,25 +297,21 @@ bool CopyFileBytes(const std::filesystem::path& source, const std::filesystem::p
   struct stat status {};
   FileDescriptor in = OpenRegular(source, status, reason);
   if (in.get() >= 0) {
-    // From the start each time: a fresh file's fill may be followed by a temporary file's.
     const TFill fill = [&](int fd, std::string& fill_reason) {
-      if (::lseek(in.get(), 0, SEEK_SET) != 0) {
-        fill_reason = SystemReason(errno);
-        return false;
-      }
       bool copied = false;
       if (CopyInKernel(in.get(), fd, fill_reason, copied)) return true;
       // Where the kernel cannot copy between these files, the bytes go through memory.
       if (copied) return false;
       return ReadAll(in.get(), [&](const char* data, size_t size) {
-        if (WriteAll(fd, data, size)) return true;
-        fill_reason = SystemReason(errno);
-        return false;
+        return WriteAll(fd, std::string_view(data, size), fill_reason);
       }, fill_reason);
     };
     const mode_t mode = status.st_mode & 0777;
     const TUnnamed fresh = placement == TPlacement::Fresh ? WriteUnnamed(dest, mode, fill, reason) : TUnnamed::Unavailable;
-    if (fresh == TUnnamed::Written || (fresh == TUnnamed::Unavailable && WriteBeside(dest, mode, fill, reason))) {
+    if (fresh == TUnnamed::Written) return true;
+    // An unnamed file that could not be named may have taken some of the source already.
+    if (fresh == TUnnamed::Unavailable && (placement == TPlacement::Replace || Rewind(in.get(), reason)) &&
+        WriteBeside(dest, mode, fill, reason)) {
       return true;
     }
   }
