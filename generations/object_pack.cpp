@@ -1,6 +1,5 @@
 #include "generations/object_pack.h"
 
-#include <openssl/evp.h>
 #include <zlib.h>
 
 #include <fcntl.h>
@@ -18,30 +17,16 @@ namespace {
 
 // Entries wait in memory until this many bytes are pending, then go to the temporary file.
 constexpr size_t kSpillBytes = size_t{1} << 20;
-// A batch goes out as packs of about this size: each is completed (read back for its checksum and
-// indexed) while the batch goes on, so that the end of a recording waits for the last one only.
-constexpr uint64_t kPackBodyBytes = uint64_t{8} << 20;
+// A batch goes out as packs of kPackEntries entries: a pack's head, which holds the count, is then
+// known from its first entry, so its checksum is summed as its entries are written instead of read
+// back once it is whole. A pack with fewer (a batch's last, or one cut short at the size below) is
+// padded or read back; see PadToFullCount. Each is completed while the batch goes on, so that the
+// end of a recording waits for the last one only.
+constexpr uint64_t kMostPackBodyBytes = uint64_t{64} << 20;
+// A recording's last pack holding at least this much is padded to the full count (see below).
+constexpr uint64_t kPaddedPackBodyBytes = uint64_t{1} << 20;
 // "PACK", the version and the number of entries.
 constexpr uint64_t kHeadBytes = 12;
-
-// One SHA-1 over several pieces.
-class Sha1 {
- public:
-  Sha1() : context_(EVP_MD_CTX_new(), &EVP_MD_CTX_free) {
-    if (!context_ || EVP_DigestInit_ex(context_.get(), EVP_sha1(), nullptr) != 1) {
-      throw std::runtime_error("SHA-1 is not available");
-    }
-  }
-  void Update(std::string_view bytes) { EVP_DigestUpdate(context_.get(), bytes.data(), bytes.size()); }
-  TObjectId Final() {
-    TObjectId id{};
-    EVP_DigestFinal_ex(context_.get(), id.data(), nullptr);
-    return id;
-  }
-
- private:
-  std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context_;
-};
 
 std::string ObjectHeader(std::string_view type, size_t size) {
   std::string header(type);
@@ -99,6 +84,8 @@ void AppendStored(std::string& out, std::string_view bytes) {
       adler32_z(adler32_z(0, nullptr, 0), reinterpret_cast<const Bytef*>(bytes.data()), bytes.size())));
 }
 
+std::string PackHead(uint32_t entries) { return "PACK" + BigEndian32(2) + BigEndian32(entries); }
+
 std::string BigEndian64(uint64_t value) {
   return BigEndian32(static_cast<uint32_t>(value >> 32)) + BigEndian32(static_cast<uint32_t>(value));
 }
@@ -143,7 +130,7 @@ bool WriteAt(int fd, std::string_view bytes, uint64_t offset) {
 
 // The SHA-1 of the first `size` bytes of `fd`; false when they cannot be read.
 bool HashFile(int fd, uint64_t size, TObjectId& id) {
-  Sha1 sum;
+  TSha1 sum;
   std::string chunk(kSpillBytes, '\0');
   for (uint64_t at = 0; at < size;) {
     const ssize_t n = ::pread(fd, chunk.data(), std::min<uint64_t>(chunk.size(), size - at), static_cast<off_t>(at));
@@ -165,7 +152,7 @@ size_t TObjectIdHash::operator()(const TObjectId& id) const {
 }
 
 TObjectId HashObject(std::string_view type, std::string_view content) {
-  Sha1 sha;
+  TSha1 sha;
   sha.Update(ObjectHeader(type, content.size()));
   sha.Update(content);
   return sha.Final();
@@ -220,11 +207,31 @@ void TObjectPack::Reset() {
 
 TObjectId TObjectPack::Add(git_object_t type, std::string_view content) {
   const TObjectId id = HashObject(git_object_type2string(type), content);
-  if (added_.count(id) != 0) return id;
+  if (!IsNew(id)) return id;
+  Append(id, type, content);
+  if (entries_.size() == kPackEntries || body_size_ >= kMostPackBodyBytes) {
+    Seal();
+  } else if (pending_.size() >= kSpillBytes) {
+    Spill();
+  }
+  return id;
+}
+
+// Whether the object is neither in the store nor in this batch yet; from now on it is.
+bool TObjectPack::IsNew(const TObjectId& id) {
+  if (added_.count(id) != 0) return false;
   const git_oid oid = ToGitOid(id);
   // The store is locked and its packs are known, so a miss need not make libgit2 look again.
-  if (mode_ == kSkipStored && git_odb_exists_ext(odb_, &oid, GIT_ODB_LOOKUP_NO_REFRESH)) return id;
+  if (mode_ == kSkipStored && git_odb_exists_ext(odb_, &oid, GIT_ODB_LOOKUP_NO_REFRESH)) return false;
   added_.insert(id);
+  return true;
+}
+
+void TObjectPack::Append(const TObjectId& id, git_object_t type, std::string_view content) {
+  if (entries_.empty()) {
+    full_pack_sum_.Restart();
+    full_pack_sum_.Update(PackHead(kPackEntries));
+  }
   const size_t at = pending_.size();
   AppendEntryHeader(pending_, type, content.size());
   // A recording stores the contents as they are, which costs a copy; the repack that prunes the
@@ -239,12 +246,21 @@ TObjectId TObjectPack::Add(git_object_t type, std::string_view content) {
       static_cast<uint32_t>(crc32(0, reinterpret_cast<const Bytef*>(pending_.data() + at), static_cast<uInt>(size)));
   entries_.push_back({id, kHeadBytes + body_size_, crc});
   body_size_ += size;
-  if (body_size_ >= kPackBodyBytes) {
-    Seal();
-  } else if (pending_.size() >= kSpillBytes) {
-    Spill();
+}
+
+// A recording's large pack is filled up to its full count with small blobs nothing refers to, so
+// that its checksum, summed as it was written, holds: reading back megabytes at the end of a run
+// cost more than up to a thousand padding entries (at most about 130 KB). A small pack is read back, and
+// the repack that prunes the store drops the padding.
+void TObjectPack::PadToFullCount() {
+  if (mode_ != kSkipStored || body_size_ < kPaddedPackBodyBytes) return;
+  // Named after the pack's first object, which no earlier pack holds, the blobs are new.
+  const std::string name = "padding of the pack that begins with " + ToHex(entries_.front().Id) + ": ";
+  while (entries_.size() < kPackEntries) {
+    const std::string padding = name + std::to_string(entries_.size());
+    const TObjectId id = HashObject("blob", padding);
+    if (IsNew(id)) Append(id, GIT_OBJECT_BLOB, padding);
   }
-  return id;
 }
 
 // Appends the pending entries to the temporary file, making it first; after a failure they are
@@ -256,14 +272,22 @@ void TObjectPack::Spill() {
     failed_ = fd_ < 0;
   }
   if (!failed_) failed_ = !WriteAt(fd_, pending_, kHeadBytes + body_size_ - pending_.size());
+  if (!failed_) full_pack_sum_.Update(pending_);
   pending_.clear();
 }
 
 // Completes the temporary file and renames it to its final name: the head goes to its start and
-// the checksum of all of it to its end, read back because the head's count is known only now.
-bool TObjectPack::FinishPackFile(const std::string& head, TObjectId& trailer) {
+// the checksum of all of it to its end, summed while it was written when it is a full pack, else
+// read back, the head's count being known only now.
+bool TObjectPack::FinishPackFile(TObjectId& trailer) {
   const uint64_t size = kHeadBytes + body_size_;
-  if (!WriteAt(fd_, head, 0) || !HashFile(fd_, size, trailer)) return false;
+  const bool full = entries_.size() == kPackEntries;
+  if (!WriteAt(fd_, PackHead(static_cast<uint32_t>(entries_.size())), 0)) return false;
+  if (full) {
+    trailer = full_pack_sum_.Final();
+  } else if (!HashFile(fd_, size, trailer)) {
+    return false;
+  }
   const std::string_view trailer_bytes(reinterpret_cast<const char*>(trailer.data()), trailer.size());
   if (!WriteAt(fd_, trailer_bytes, size) || ::fchmod(fd_, 0444) != 0) return false;
   const bool closed = ::close(fd_) == 0;
@@ -278,10 +302,10 @@ bool TObjectPack::FinishPackFile(const std::string& head, TObjectId& trailer) {
 // for Write to report. The batch's next entries begin a new pack.
 void TObjectPack::Seal() {
   if (entries_.empty()) return;
+  PadToFullCount();
   Spill();
-  const std::string head = "PACK" + BigEndian32(2) + BigEndian32(static_cast<uint32_t>(entries_.size()));
   TObjectId trailer{};
-  if (!failed_) failed_ = !FinishPackFile(head, trailer);
+  if (!failed_) failed_ = !FinishPackFile(trailer);
   if (!failed_) failed_ = !WriteIndex(trailer);
   if (!failed_) sealed_.push_back(PackName(trailer));
   entries_.clear();
@@ -309,7 +333,7 @@ bool TObjectPack::WriteIndex(const TObjectId& trailer) {
   }
   index += large;
   index.append(reinterpret_cast<const char*>(trailer.data()), trailer.size());
-  Sha1 index_sum;
+  TSha1 index_sum;
   index_sum.Update(index);
   const TObjectId index_trailer = index_sum.Final();
   return WriteFile(folder_, PackName(trailer) + ".idx",

@@ -1,27 +1,28 @@
 #pragma once
 // Writes a batch of new objects into a store repository as packs: every object is hashed as git
 // hashes it, objects the store (or the batch) already holds are left out, and the rest go into
-// pack files of about 8 MB with their indexes (git's formats, version 2), which libgit2 then
-// reads. A generation thus costs a few files, however many files it holds. The objects go to the
-// pack's temporary file as they are added, so memory stays flat however many there are, and each
-// full pack is completed while the batch goes on, so that writing the batch waits for its last
-// pack only. The index is written here, from the ids and offsets already known, because having
-// libgit2's indexer read the whole pack back to hash every object again doubled the cost of
-// recording a creation.
+// pack files of a thousand or so entries with their indexes (git's formats, version 2), which
+// libgit2 then reads. A generation thus costs a few files, however many files it holds. The
+// objects go to the pack's temporary file as they are added, so memory stays flat however many
+// there are, and each full pack is completed while the batch goes on, so that writing the batch
+// waits for its last pack only. The index is written here, from the ids and offsets already
+// known, because having libgit2's indexer read the whole pack back to hash every object again
+// doubled the cost of recording a creation.
 
 #include <git2.h>
 
-#include <array>
 #include <filesystem>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 #include <vector>
 
+#include "generations/sha1.h"
+
 namespace tsaw::generations {
 
-// A git object id: 20 bytes of SHA-1.
-using TObjectId = std::array<unsigned char, 20>;
+// The entries of a full pack.
+inline constexpr uint32_t kPackEntries = 1024;
 
 struct TObjectIdHash {
   size_t operator()(const TObjectId& id) const;
@@ -56,9 +57,12 @@ class TObjectPack {
   bool Write(std::string& error);
 
  private:
+  bool IsNew(const TObjectId& id);
+  void Append(const TObjectId& id, git_object_t type, std::string_view content);
+  void PadToFullCount();
   void Spill();
   void Seal();
-  bool FinishPackFile(const std::string& head, TObjectId& trailer);
+  bool FinishPackFile(TObjectId& trailer);
   bool WriteIndex(const TObjectId& trailer);
   void Reset();
 
@@ -78,6 +82,7 @@ class TObjectPack {
   int fd_ = -1;              // the temporary file, open once the first entry is spilled
   std::string temporary_;    // its name
   bool failed_ = false;      // the temporary file could not be made or written
+  TSha1 full_pack_sum_;      // of what is in the file, with the head a full pack will have
 };
 
 }  // namespace tsaw::generations

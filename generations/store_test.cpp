@@ -37,6 +37,37 @@ class StoreTest : public ::testing::Test {
     }
     return packs;
   }
+  size_t ObjectCount() const {
+    git_repository* repo = nullptr;
+    git_odb* odb = nullptr;
+    size_t count = 0;
+    EXPECT_EQ(git_repository_open_bare(&repo, TGenerationStore::FolderOf(State(), Set()).c_str()), 0);
+    EXPECT_EQ(git_repository_odb(&odb, repo), 0);
+    git_odb_foreach(
+        odb, [](const git_oid*, void* counted) { return ++*static_cast<size_t*>(counted), 0; }, &count);
+    git_odb_free(odb);
+    git_repository_free(repo);
+    return count;
+  }
+  // libgit2's own indexer reads every pack, checking its checksum, and makes the same index.
+  void ExpectPacksAsLibgit2IndexesThem() const {
+    const fs::path packs = TGenerationStore::FolderOf(State(), Set()) / "objects/pack";
+    const fs::path indexed = dir_.path() / "indexed";
+    fs::create_directories(indexed);
+    for (const auto& entry : fs::directory_iterator(packs)) {
+      if (entry.path().extension() != ".pack") continue;
+      const std::string bytes = dir_.Read(fs::relative(entry.path(), dir_.path()).string());
+      git_indexer* indexer = nullptr;
+      git_indexer_progress progress{};
+      ASSERT_EQ(git_indexer_new(&indexer, indexed.c_str(), 0, nullptr, nullptr), 0);
+      EXPECT_EQ(git_indexer_append(indexer, bytes.data(), bytes.size(), &progress), 0);
+      EXPECT_EQ(git_indexer_commit(indexer, &progress), 0) << git_error_last()->message;
+      const std::string name = std::string("pack-") + git_indexer_name(indexer);
+      git_indexer_free(indexer);
+      EXPECT_EQ(entry.path().stem().string(), name);
+      EXPECT_EQ(dir_.Read("indexed/" + name + ".idx"), dir_.Read(fs::relative(packs / (name + ".idx"), dir_.path()).string()));
+    }
+  }
   tsaw::testing::TempDir dir_;
 };
 
@@ -129,17 +160,34 @@ TEST_F(StoreTest, ABatchLargerThanWhatIsHeldInMemoryComesBackWhole) {
   EXPECT_EQ(PackCount(), 1u);
 }
 
-TEST_F(StoreTest, ABatchLargerThanAPackGoesOutAsSeveralAndComesBackWhole) {
-  for (int i = 0; i < 3; ++i) dir_.Write("set/Big" + std::to_string(i) + ".bin", std::string(5 << 20, 'A' + i));
-  dir_.Write("set/Small.txt", "small");
+TEST_F(StoreTest, ABatchOfMoreObjectsThanAPackHoldsGoesOutAsSeveralThatLibgit2Accepts) {
+  for (uint32_t i = 0; i < kPackEntries + 100; ++i) dir_.Write("set/U" + std::to_string(i) + ".pas", "unit " + std::to_string(i));
   auto store = OpenStore();
   const TFiles recorded = Record(*store);
   EXPECT_EQ(PackCount(), 2u);
+  ExpectPacksAsLibgit2IndexesThem();
   store.reset();
   auto again = OpenStore();
   const TFiles files = again->Files(again->Generations().back());
   ASSERT_EQ(files, recorded);
-  for (const auto& [path, id] : files) EXPECT_EQ(again->Read(id), dir_.Read("set/" + path)) << path;
+  for (const auto& [path, id] : files) ASSERT_EQ(again->Read(id), dir_.Read("set/" + path)) << path;
+}
+
+TEST_F(StoreTest, ALargeLastPackIsPaddedToAFullOneAndPruningDropsThePadding) {
+  for (int i = 0; i < 3; ++i) dir_.Write("set/Big" + std::to_string(i) + ".bin", std::string(600000 + i, 'A' + i));
+  auto store = OpenStore();
+  const TFiles recorded = Record(*store);
+  EXPECT_EQ(ObjectCount(), kPackEntries);
+  ExpectPacksAsLibgit2IndexesThem();
+  const TFiles files = store->Files(store->Generations().back());
+  ASSERT_EQ(files, recorded);
+  for (const auto& [path, id] : files) EXPECT_EQ(store->Read(id), dir_.Read("set/" + path)) << path;
+
+  for (int i = 0; i < kKeptGenerations; ++i) {
+    dir_.Write("set/Small.txt", std::to_string(i));
+    Record(*store);
+  }
+  EXPECT_LT(ObjectCount(), 50u) << "the repack that pruned the store kept the padding";
 }
 
 TEST_F(StoreTest, ABatchThatIsNotWrittenLeavesNoFile) {
@@ -147,7 +195,7 @@ TEST_F(StoreTest, ABatchThatIsNotWrittenLeavesNoFile) {
   const fs::path folder = TGenerationStore::FolderOf(State(), Set()) / "objects/pack";
   {
     TObjectPack pack = store->NewPack();
-    pack.Add(GIT_OBJECT_BLOB, std::string(9 << 20, 'x'));
+    for (uint32_t i = 0; i < kPackEntries; ++i) pack.Add(GIT_OBJECT_BLOB, "object " + std::to_string(i));
     pack.Add(GIT_OBJECT_BLOB, std::string(3 << 20, 'y'));
     ASSERT_EQ(PackCount(), 1u) << "a full pack was completed";
     ASSERT_GT(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 2) << "and the rest went to a temporary file";
