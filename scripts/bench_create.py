@@ -15,9 +15,12 @@ creating files right after deleting many of them is several times slower (for
 some minutes the kernel passes over the inodes freed last when it looks for a
 free one).  cp and tsaw take turns at going first in a pair.
 
-The runs are made with --no-record, so that they time the creation itself; one
-more series times the default, which also records the generation for `tsaw
-update`.
+The runs are made with --no-record, so that they time the creation itself.  In
+the same rounds tsaw also runs with the default, which records the generation
+for `tsaw update`; the cost of recording is the median of each round's
+recorded / --no-record ratio, so that a machine slowing down or speeding up
+during the series does not enter it.  The generation store lives in the
+scratch folder and goes with it.
 
 With --rows it also prints the scaling rows: 1,000, 5,000 and 20,000 files,
 and 200 files with 1 and with 999 plug-ins.
@@ -67,25 +70,31 @@ def timed(argv, env=None):
 
 
 def series(tsaw, folder, pairs, scratch, record=False):
-    """N pairs of cp -r and tsaw create into fresh folders; the figures of each run."""
+    """N rounds of cp -r and tsaw create --no-record (and, with `record`, tsaw create) into fresh
+    folders; the figures of each run, by kind."""
     target = os.path.join(scratch, "series")
     os.makedirs(target)
-    env = dict(os.environ, XDG_DATA_HOME=os.path.join(scratch, "data"), SOURCE_DATE_EPOCH="1700000000")
+    env = dict(os.environ, XDG_DATA_HOME=os.path.join(scratch, "data"),
+               XDG_STATE_HOME=os.path.join(scratch, "state"), SOURCE_DATE_EPOCH="1700000000")
     root = os.path.join(folder, "ours")
     job = os.path.join(root, "TSA", "Wizard", "Jobs", "Bench.ini")
-    cp_runs, tsaw_runs = [], []
+    runs = {"cp": [], "tsaw": [], "recorded": []}
+
+    def copy(i):
+        runs["cp"].append(timed(["cp", "-r", os.path.join(folder, "plain"), os.path.join(target, "cp%d" % i)]))
+
+    def create(kind, options):
+        return lambda i: runs[kind].append(
+            timed([tsaw, "--root", root, "create", "--job", job] + options
+                  + ["--set", "Output.BaseFolder=" + os.path.join(target, "%s%d" % (kind, i))], env))
+
+    kinds = [copy, create("tsaw", ["--no-record"])] + ([create("recorded", [])] if record else [])
     for i in range(pairs):
-        copy = lambda: cp_runs.append(
-            timed(["cp", "-r", os.path.join(folder, "plain"), os.path.join(target, "cp%d" % i)]))
-        create = lambda: tsaw_runs.append(
-            timed([tsaw, "--root", root, "create", "--job", job] + ([] if record else ["--no-record"])
-                  + ["--set", "Output.BaseFolder=" + os.path.join(target, "ours%d" % i)], env))
-        # Each goes first in every other pair, so that neither always meets the file system's
-        # state the other left.
-        for run in ((copy, create) if i % 2 == 0 else (create, copy)):
-            run()
+        # Each goes first in turn, so that none always meets the file system's state another left.
+        for k in range(len(kinds)):
+            kinds[(i + k) % len(kinds)](i)
     shutil.rmtree(target)
-    return cp_runs, tsaw_runs
+    return runs
 
 
 def ratios(cp_runs, tsaw_runs, which):
@@ -101,11 +110,12 @@ def megabytes(folder):
 
 def main_workload(tsaw, work, pairs, scratch):
     folder = make_workload(work, 5000, 20)
-    cp_runs, tsaw_runs = series(tsaw, folder, pairs, scratch)
+    runs = series(tsaw, folder, pairs, scratch, record=True)
+    cp_runs, tsaw_runs, recorded_runs = runs["cp"], runs["tsaw"], runs["recorded"]
     wall, cpu = ratios(cp_runs, tsaw_runs, 0), ratios(cp_runs, tsaw_runs, 1)
     size = megabytes(folder)
     median_tsaw = statistics.median(t[0] for t in tsaw_runs)
-    print("tsaw create vs cp -r: 5,000 files (%.1f MB), 20 plug-ins, %d pairs" % (size, pairs))
+    print("tsaw create vs cp -r: 5,000 files (%.1f MB), 20 plug-ins, %d rounds" % (size, pairs))
     print("  wall  ratio median %.2fx  min %.2fx  max %.2fx   (tsaw %.3f s, cp %.3f s)"
           % (statistics.median(wall), min(wall), max(wall), median_tsaw,
              statistics.median(c[0] for c in cp_runs)))
@@ -114,10 +124,12 @@ def main_workload(tsaw, work, pairs, scratch):
              statistics.median(c[1] for c in cp_runs)))
     print("  peak RSS %.1f MB; %.0f MB/s of template" % (max(t[2] for t in tsaw_runs) / 1024.0,
                                                         size / median_tsaw))
-    cp_runs, tsaw_runs = series(tsaw, folder, 3, scratch, record=True)
-    print("  recorded for tsaw update (the default), 3 pairs: wall ratio median %.2fx, cpu %.2fx, peak RSS %.1f MB"
-          % (statistics.median(ratios(cp_runs, tsaw_runs, 0)), statistics.median(ratios(cp_runs, tsaw_runs, 1)),
-             max(t[2] for t in tsaw_runs) / 1024.0))
+    cost = [100 * (r - 1) for r in ratios(tsaw_runs, recorded_runs, 0)]
+    cpu_cost = [100 * (r - 1) for r in ratios(tsaw_runs, recorded_runs, 1)]
+    print("  recorded for tsaw update (the default): wall ratio median %.2fx, peak RSS %.1f MB;"
+          % (statistics.median(ratios(cp_runs, recorded_runs, 0)), max(t[2] for t in recorded_runs) / 1024.0))
+    print("    recording costs %+.1f %% wall (median of the rounds; min %+.1f %%, max %+.1f %%), %+.1f %% cpu"
+          % (statistics.median(cost), min(cost), max(cost), statistics.median(cpu_cost)))
 
 
 def scaling_rows(tsaw, work, pairs, scratch):
@@ -125,7 +137,8 @@ def scaling_rows(tsaw, work, pairs, scratch):
     print("  %-22s %9s %9s %7s %9s %9s" % ("workload", "tsaw s", "cp s", "ratio", "us/file", "peak MB"))
     for files, plugins in ((1000, 20), (5000, 20), (20000, 20), (200, 1), (200, 999)):
         folder = make_workload(work, files, plugins)
-        cp_runs, tsaw_runs = series(tsaw, folder, pairs, scratch)
+        runs = series(tsaw, folder, pairs, scratch)
+        cp_runs, tsaw_runs = runs["cp"], runs["tsaw"]
         tsaw_s = statistics.median(t[0] for t in tsaw_runs)
         print("  %-22s %9.3f %9.3f %6.2fx %9.1f %9.1f"
               % ("%d files x %d plug-ins" % (files, plugins), tsaw_s,
