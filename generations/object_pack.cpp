@@ -23,8 +23,8 @@ constexpr size_t kSpillBytes = size_t{1} << 20;
 // padded or read back; see PadToFullCount. Each is completed while the batch goes on, so that the
 // end of a recording waits for the last one only.
 constexpr uint64_t kMostPackBodyBytes = uint64_t{64} << 20;
-// A recording's last pack holding at least this much is padded to the full count (see below).
-constexpr uint64_t kPaddedPackBodyBytes = uint64_t{1} << 20;
+// What a padding entry costs the pack and its index, about (see PadToFullCount).
+constexpr uint64_t kPaddingEntryBytes = 128;
 // "PACK", the version and the number of entries.
 constexpr uint64_t kHeadBytes = 12;
 
@@ -248,12 +248,14 @@ void TObjectPack::Append(const TObjectId& id, git_object_t type, std::string_vie
   body_size_ += size;
 }
 
-// A recording's large pack is filled up to its full count with small blobs nothing refers to, so
-// that its checksum, summed as it was written, holds: reading back megabytes at the end of a run
-// cost more than up to a thousand padding entries (at most about 130 KB). A small pack is read back, and
-// the repack that prunes the store drops the padding.
+// A recording's pack that falls short of the full count is filled up to it with small blobs
+// nothing refers to, so that its checksum, summed as it was written, holds: reading back megabytes
+// at the end of a run cost more than a thousand padding entries. The padding may add a tenth to
+// the pack; a pack too small for that is read back, which costs little. The repack that prunes
+// the store drops the padding.
 void TObjectPack::PadToFullCount() {
-  if (mode_ != kSkipStored || body_size_ < kPaddedPackBodyBytes) return;
+  const uint64_t padding_bytes = (kPackEntries - entries_.size()) * kPaddingEntryBytes;
+  if (mode_ != kSkipStored || padding_bytes * 10 > body_size_) return;
   // Named after the pack's first object, which no earlier pack holds, the blobs are new.
   const std::string name = "padding of the pack that begins with " + ToHex(entries_.front().Id) + ": ";
   while (entries_.size() < kPackEntries) {
