@@ -42,37 +42,18 @@ bool InTreeOrder(const TreeEntry& a, const TreeEntry& b) {
   return next(a) < next(b);
 }
 
+void AppendTreeEntry(std::string& content, bool folder, std::string_view name, const TObjectId& id) {
+  content += folder ? "40000 " : "100644 ";
+  content += name;
+  content += '\0';
+  content.append(reinterpret_cast<const char*>(id.data()), id.size());
+}
+
 TObjectId AddTreeObject(TObjectPack& pack, std::vector<TreeEntry> entries) {
   std::sort(entries.begin(), entries.end(), InTreeOrder);
   std::string content;
-  for (const TreeEntry& entry : entries) {
-    content += entry.Folder ? "40000 " : "100644 ";
-    content += entry.Name;
-    content += '\0';
-    content.append(reinterpret_cast<const char*>(entry.Id.data()), entry.Id.size());
-  }
+  for (const TreeEntry& entry : entries) AppendTreeEntry(content, entry.Folder, entry.Name, entry.Id);
   return pack.Add(GIT_OBJECT_TREE, content);
-}
-
-// Adds the trees of the files in [first, last) that all lie below `prefix`.
-TObjectId AddFolderTree(TObjectPack& pack, TFiles::const_iterator first, TFiles::const_iterator last,
-                        size_t prefix) {
-  std::vector<TreeEntry> entries;
-  while (first != last) {
-    const std::string& path = first->first;
-    const size_t slash = path.find('/', prefix);
-    if (slash == std::string::npos) {
-      entries.push_back({path.substr(prefix), false, first->second});
-      ++first;
-      continue;
-    }
-    const std::string folder = path.substr(0, slash + 1);
-    auto end = first;
-    while (end != last && end->first.compare(0, folder.size(), folder) == 0) ++end;
-    entries.push_back({path.substr(prefix, slash - prefix), true, AddFolderTree(pack, first, end, slash + 1)});
-    first = end;
-  }
-  return AddTreeObject(pack, std::move(entries));
 }
 
 std::string CommitText(const TObjectId& tree, const std::string& message) {
@@ -160,8 +141,31 @@ std::vector<fs::path> PackFiles(const fs::path& store) {
 
 }  // namespace
 
+// One pass over the files: a folder's tree is made once the files below it are over. The files
+// come sorted by path, which is git's order for every tree: a folder's name is followed by '/' in
+// the paths below it, as git compares it.
 TObjectId AddTree(TObjectPack& pack, const TFiles& files) {
-  return AddFolderTree(pack, files.begin(), files.end(), 0);
+  struct TOpenFolder {
+    size_t End = 0;  // the length of its path, with the '/', in the paths below it
+    std::string Content;
+  };
+  std::vector<TOpenFolder> open(1);  // the top folder first
+  std::string_view last_path;
+  const auto close_innermost = [&pack, &open, &last_path] {
+    const TOpenFolder folder = std::move(open.back());
+    open.pop_back();
+    const size_t begin = open.back().End;
+    const std::string_view name = last_path.substr(begin, folder.End - 1 - begin);
+    AppendTreeEntry(open.back().Content, true, name, pack.Add(GIT_OBJECT_TREE, folder.Content));
+  };
+  for (const auto& [path, id] : files) {
+    while (open.size() > 1 && path.compare(0, open.back().End, last_path, 0, open.back().End) != 0) close_innermost();
+    last_path = path;
+    for (size_t slash; (slash = path.find('/', open.back().End)) != std::string::npos;) open.push_back({slash + 1, {}});
+    AppendTreeEntry(open.back().Content, false, std::string_view(path).substr(open.back().End), id);
+  }
+  while (open.size() > 1) close_innermost();
+  return pack.Add(GIT_OBJECT_TREE, open.back().Content);
 }
 
 fs::path TGenerationStore::FolderOf(const fs::path& state_folder, const fs::path& project_set) {
