@@ -246,6 +246,24 @@ TEST_F(UpdateCommandTest, AnUpdateKilledTwiceIsUndoneToTheStateBeforeTheFirst) {
   EXPECT_EQ(SetFile("A/New1.txt"), "1\r\n");
 }
 
+// The update that records one generation more than the store keeps prunes and repacks it, and
+// then still writes its undo record: both must land in the repacked store.
+TEST_F(UpdateCommandTest, TheUpdateThatPrunesTheStoreCanStillBeUndone) {
+  Create();
+  for (int update = 1; update <= generations::kKeptGenerations; ++update) {
+    const auto before = Tree();
+    Template("ReadMe.txt", Lines("line", 10 + update));
+    const ProgramRun run = Update();
+    ASSERT_EQ(run.exit_status, 0) << "update " << update << ": " << run.err;
+    if (update < generations::kKeptGenerations) continue;
+    const ProgramRun undo = Undo();
+    EXPECT_EQ(undo.exit_status, 0) << undo.err;
+    EXPECT_EQ(Tree(), before);
+  }
+  EXPECT_EQ(Update().exit_status, 0);
+  EXPECT_EQ(SetFile("ReadMe.txt"), Lines("line", 10 + generations::kKeptGenerations, "\r\n"));
+}
+
 TEST_F(UpdateCommandTest, RefusesWithoutARecordedGenerationAndChangesNothing) {
   ASSERT_EQ(Tsaw("create", {"--no-record"}).exit_status, 0);
   Template("ReadMe.txt", "theirs\n");

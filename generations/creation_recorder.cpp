@@ -149,7 +149,9 @@ void TCreationRecorder::Work(const fs::path& folder, const fs::path& template_fo
     }
     if (!template_folder.empty()) meta->Fingerprint = digest;
     std::string error;
-    if (!store->AddGeneration(pack, files, *meta, error) || !store->DropUndo(error)) throw std::runtime_error(error);
+    if (!store->AddGeneration(pack, files, *meta, error) || !store->DropUndo(error) || !store->Prune(error)) {
+      throw std::runtime_error(error);
+    }
     error_.clear();
   } catch (const std::exception& failure) {
     error_ = failure.what();

@@ -299,7 +299,7 @@ bool TGenerationStore::AddGeneration(TObjectPack& pack, const TFiles& files, con
   const TObjectId commit = pack.Add(GIT_OBJECT_COMMIT, CommitText(AddTreeObject(pack, top), message));
   char ref[64];
   std::snprintf(ref, sizeof ref, "%s%06d", kGenerationRefs, number);
-  return WritePack(pack, error) && SetRef(ref, commit, error) && Prune(error);
+  return WritePack(pack, error) && SetRef(ref, commit, error);
 }
 
 // Writes `pack`, whose objects the repository's own reads then see as well.

@@ -75,8 +75,12 @@ class TGenerationStore {
   std::string Read(const TObjectId& id) const;
 
   // Adds a generation of `files` (whose contents `pack` holds or the store has) after the
-  // newest, writes the pack and prunes. False with `error` set on failure.
+  // newest and writes the pack. False with `error` set on failure.
   bool AddGeneration(TObjectPack& pack, const TFiles& files, const TGenerationMeta& meta, std::string& error);
+  // When more than kKeptGenerations are recorded, drops the oldest half (not the one the undo
+  // record goes back to) and repacks what is left. The repack opens the store's objects again,
+  // so no pack made before it may be used after it: prune last.
+  bool Prune(std::string& error);
   // Drops every generation newer than `number`.
   bool DropGenerationsAfter(int number, std::string& error);
 
@@ -94,7 +98,6 @@ class TGenerationStore {
  private:
   TGenerationStore() = default;
   bool SetRef(const std::string& name, const TObjectId& commit, std::string& error);
-  bool Prune(std::string& error);
   bool Repack(std::string& error);
   bool Reopen(std::string& error);
   bool OpenObjects();

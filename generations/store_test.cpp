@@ -28,6 +28,7 @@ class StoreTest : public ::testing::Test {
     const TFiles files = SnapshotFolder(Set(), pack);
     std::string error;
     EXPECT_TRUE(store.AddGeneration(pack, files, {kind, "Apps/Tiny", "f1", "[Job]\r\n"}, error)) << error;
+    EXPECT_TRUE(store.Prune(error)) << error;
     return files;
   }
   size_t PackCount() const {

@@ -108,7 +108,8 @@ bool ApplyUpdate(generations::TGenerationStore& store, const TApplyInput& input,
     for (const TFileAction& action : input.Plan.Files) Write(action, input);
     generations::TObjectPack pack = store.NewPack();
     record.Finished = true;
-    return store.AddGeneration(pack, input.Theirs, input.Meta, error) && store.SetUndo(pack, record, error);
+    return store.AddGeneration(pack, input.Theirs, input.Meta, error) && store.SetUndo(pack, record, error) &&
+           store.Prune(error);
   } catch (const std::exception& failure) {
     error = failure.what();
     return false;
