@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <map>
+#include <random>
 
 #include "generations/store.h"
 #include "testing/run_program.h"
@@ -262,6 +263,67 @@ TEST_F(UpdateCommandTest, TheUpdateThatPrunesTheStoreCanStillBeUndone) {
   }
   EXPECT_EQ(Update().exit_status, 0);
   EXPECT_EQ(SetFile("ReadMe.txt"), Lines("line", 10 + generations::kKeptGenerations, "\r\n"));
+}
+
+// Rounds of what people do between updates, drawn from a fixed seed: the developer edits, deletes
+// and adds files, the template gains, loses and changes files, and the update finishes, is undone,
+// or is killed at one of its writes. After every round the Project Set is whole: an undo gives
+// back every byte, a killed update is undone or left nothing changed, and no temporary file or
+// staging folder stays. Enough rounds to prune the store twice.
+TEST_F(UpdateCommandTest, RoundsOfEditsUpdatesKillsAndUndosKeepTheProjectSetWhole) {
+  for (int i = 0; i < 24; ++i) Template("Delphi 7/Win32/Host/U" + std::to_string(i) + ".pas", Lines("unit line", 8));
+  Create();
+  std::mt19937 random(20261126);
+  const auto pick = [&random](const std::vector<std::string>& from) {
+    return from[std::uniform_int_distribution<size_t>(0, from.size() - 1)(random)];
+  };
+  const auto chance = [&random](int percent) { return std::uniform_int_distribution<int>(1, 100)(random) <= percent; };
+  const std::string shim = "LD_PRELOAD=" + std::string(TSAW_KILL_AT_RENAME);
+  const std::string into = "TSAW_TEST_KILL_DIR=" + Set().string() + "/";
+  const char* asan_options = std::getenv("ASAN_OPTIONS");
+  const std::string asan = "ASAN_OPTIONS=" + std::string(asan_options ? asan_options : "") + ":verify_asan_link_order=0";
+  for (int round = 1; round <= 3 * generations::kKeptGenerations; ++round) {
+    SCOPED_TRACE("round " + std::to_string(round));
+    std::vector<std::string> ours, theirs;
+    for (const auto& [path, content] : Tree()) ours.push_back(path);
+    for (const auto& entry : fs::recursive_directory_iterator(dir_.path() / kTemplate)) {
+      if (entry.path().extension() == ".pas") theirs.push_back(entry.path().lexically_relative(dir_.path() / kTemplate));
+    }
+    const std::string mark = std::to_string(round);
+    for (int n = 0; n < 3; ++n) Edit(pick(ours), "mine " + mark + "\r\n");
+    if (chance(20)) fs::remove(Set() / pick(ours));
+    if (chance(20)) Edit("Mine" + mark + ".txt", "my own\r\n");
+    for (int n = 0; n < 6; ++n) Template(pick(theirs), Lines("theirs " + mark, 8));
+    if (chance(20)) Template("Delphi 7/Win32/Host/New" + mark + ".pas", "unit New;\nend.\n");
+    if (chance(15) && theirs.size() > 10) fs::remove(dir_.path() / kTemplate / pick(theirs));
+    const auto before = Tree();
+
+    if (chance(35)) {
+      const std::string at = "TSAW_TEST_KILL_AT=" + std::to_string(std::uniform_int_distribution<int>(1, 6)(random));
+      const ProgramRun killed = Tsaw("update", {}, {shim, into, asan, at});
+      if (killed.exit_status == 128 + SIGKILL && Tree() != before) {
+        const ProgramRun undo = Undo();
+        ASSERT_EQ(undo.exit_status, 0) << undo.err;
+        ASSERT_EQ(Tree(), before);
+      }
+      const ProgramRun again = Update();
+      ASSERT_TRUE(again.exit_status == 0 || again.exit_status == 3) << again.err;
+    } else {
+      const ProgramRun update = Update();
+      ASSERT_TRUE(update.exit_status == 0 || update.exit_status == 3) << update.err;
+      if (chance(30)) {
+        const ProgramRun undo = Undo();
+        ASSERT_EQ(undo.exit_status, 0) << undo.err;
+        ASSERT_EQ(Tree(), before);
+      }
+    }
+    for (const auto& [path, content] : Tree()) {
+      if (path.ends_with(".tsaw-new")) fs::remove(Set() / path);
+      ASSERT_EQ(path.find(".tsaw-tmp"), std::string::npos) << path;
+    }
+    ASSERT_EQ(std::distance(fs::directory_iterator(Set().parent_path()), fs::directory_iterator()), 1)
+        << "a staging folder was left beside the Project Set";
+  }
 }
 
 TEST_F(UpdateCommandTest, RefusesWithoutARecordedGenerationAndChangesNothing) {
