@@ -79,6 +79,16 @@ class UpdateCommandTest : public ::testing::Test {
   }
   ProgramRun Update(std::vector<std::string> args = {}) { return Tsaw("update", std::move(args)); }
   ProgramRun Undo() { return Tsaw("update", {"--undo", Set().string()}); }
+  // `tsaw update` killed (SIGKILL, as a crash or a power cut would end it) just before its nth
+  // rename into the Project Set.
+  ProgramRun UpdateKilledAt(int n) {
+    // A sanitizer build wants its runtime first among the libraries; the shim only wraps rename().
+    const char* asan_options = std::getenv("ASAN_OPTIONS");
+    return Tsaw("update", {},
+                {"LD_PRELOAD=" + std::string(TSAW_KILL_AT_RENAME), "TSAW_TEST_KILL_DIR=" + Set().string() + "/",
+                 "ASAN_OPTIONS=" + std::string(asan_options ? asan_options : "") + ":verify_asan_link_order=0",
+                 "TSAW_TEST_KILL_AT=" + std::to_string(n)});
+  }
 
   // Every regular file below the Project Set, by path.
   std::map<std::string, std::string> Tree() const {
@@ -225,15 +235,10 @@ TEST_F(UpdateCommandTest, AnUpdateKilledTwiceIsUndoneToTheStateBeforeTheFirst) {
   Template("A/New1.txt", "1\n");
   Template("B/New2.txt", "2\n");
   const auto before = Tree();
-  const std::string shim = "LD_PRELOAD=" + std::string(TSAW_KILL_AT_RENAME);
-  const std::string into = "TSAW_TEST_KILL_DIR=" + Set().string() + "/";
-  // A sanitizer build wants its runtime first among the libraries; the shim only wraps rename().
-  const char* asan_options = std::getenv("ASAN_OPTIONS");
-  const std::string asan = "ASAN_OPTIONS=" + std::string(asan_options ? asan_options : "") + ":verify_asan_link_order=0";
-  const ProgramRun first = Tsaw("update", {}, {shim, into, asan, "TSAW_TEST_KILL_AT=1"});
+  const ProgramRun first = UpdateKilledAt(1);
   EXPECT_EQ(first.exit_status, 128 + SIGKILL) << first.out << first.err;
   EXPECT_EQ(Tree(), before);
-  const ProgramRun second = Tsaw("update", {}, {shim, into, asan, "TSAW_TEST_KILL_AT=3"});
+  const ProgramRun second = UpdateKilledAt(3);
   EXPECT_EQ(second.exit_status, 128 + SIGKILL) << second.out << second.err;
   EXPECT_NE(Tree(), before);
 
@@ -278,16 +283,13 @@ TEST_F(UpdateCommandTest, RoundsOfEditsUpdatesKillsAndUndosKeepTheProjectSetWhol
     return from[std::uniform_int_distribution<size_t>(0, from.size() - 1)(random)];
   };
   const auto chance = [&random](int percent) { return std::uniform_int_distribution<int>(1, 100)(random) <= percent; };
-  const std::string shim = "LD_PRELOAD=" + std::string(TSAW_KILL_AT_RENAME);
-  const std::string into = "TSAW_TEST_KILL_DIR=" + Set().string() + "/";
-  const char* asan_options = std::getenv("ASAN_OPTIONS");
-  const std::string asan = "ASAN_OPTIONS=" + std::string(asan_options ? asan_options : "") + ":verify_asan_link_order=0";
   for (int round = 1; round <= 3 * generations::kKeptGenerations; ++round) {
     SCOPED_TRACE("round " + std::to_string(round));
     std::vector<std::string> ours, theirs;
     for (const auto& [path, content] : Tree()) ours.push_back(path);
     for (const auto& entry : fs::recursive_directory_iterator(dir_.path() / kTemplate)) {
-      if (entry.path().extension() == ".pas") theirs.push_back(entry.path().lexically_relative(dir_.path() / kTemplate));
+      if (entry.path().extension() != ".pas") continue;
+      theirs.push_back(entry.path().lexically_relative(dir_.path() / kTemplate));
     }
     const std::string mark = std::to_string(round);
     for (int n = 0; n < 3; ++n) Edit(pick(ours), "mine " + mark + "\r\n");
@@ -299,8 +301,7 @@ TEST_F(UpdateCommandTest, RoundsOfEditsUpdatesKillsAndUndosKeepTheProjectSetWhol
     const auto before = Tree();
 
     if (chance(35)) {
-      const std::string at = "TSAW_TEST_KILL_AT=" + std::to_string(std::uniform_int_distribution<int>(1, 6)(random));
-      const ProgramRun killed = Tsaw("update", {}, {shim, into, asan, at});
+      const ProgramRun killed = UpdateKilledAt(std::uniform_int_distribution<int>(1, 6)(random));
       if (killed.exit_status == 128 + SIGKILL && Tree() != before) {
         const ProgramRun undo = Undo();
         ASSERT_EQ(undo.exit_status, 0) << undo.err;
