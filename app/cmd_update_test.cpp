@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -291,6 +292,7 @@ TEST_F(UpdateCommandTest, RoundsOfEditsUpdatesKillsAndUndosKeepTheProjectSetWhol
       if (entry.path().extension() != ".pas") continue;
       theirs.push_back(entry.path().lexically_relative(dir_.path() / kTemplate));
     }
+    std::sort(theirs.begin(), theirs.end());  // the same rounds on every file system
     const std::string mark = std::to_string(round);
     for (int n = 0; n < 3; ++n) Edit(pick(ours), "mine " + mark + "\r\n");
     if (chance(20)) fs::remove(Set() / pick(ours));
