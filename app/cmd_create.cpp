@@ -187,9 +187,11 @@ int Create(const CreateOptions& options, const GlobalOptions& global, CreateRepo
   auto dci = creation::MakeDciGeneratorFromEnvironment();
   TerminalProgress progress(isatty(STDERR_FILENO) == 1, options);
   std::optional<generations::TCreationRecorder> recorder;
+  generations::TUnrecordedCreation unrecorded;
   creation::TCreationRun run(wizard, CreationServices(*session, *trash, *dci), progress);
   progress.Attach(&run);
-  if (!options.dry_run && !options.no_record) run.TellWrittenFiles(&recorder.emplace(wizard));
+  if (!options.dry_run) run.TellWrittenFiles(options.no_record ? static_cast<creation::TWrittenFiles*>(&unrecorded)
+                                                                : &recorder.emplace(wizard));
   creation::TRunOutcome outcome;
   {
     const ScopedRunSignals signals;

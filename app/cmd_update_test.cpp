@@ -337,11 +337,32 @@ TEST_F(UpdateCommandTest, RefusesWithoutARecordedGenerationAndChangesNothing) {
   EXPECT_EQ(run.exit_status, 1);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.err, "tsaw: update: no generation of '" + Set().string() +
-                         "' is recorded (it was made elsewhere or with --no-record, or the store was removed), so your "
-                         "edits cannot be told from the template's output; nothing was changed. Make it anew with "
-                         "`tsaw create` (the folder goes to the trash); later updates keep your edits\n");
+                         "' is recorded (it was made elsewhere, with --no-record or by a run that did not finish, or the "
+                         "store was removed), so your edits cannot be told from the template's output; nothing was "
+                         "changed. Make it anew with `tsaw create` (the folder goes to the trash); later updates keep "
+                         "your edits\n");
   EXPECT_EQ(Tree(), before);
   EXPECT_FALSE(fs::exists(dir_.path() / "out/.Rocket.tsaw-update"));
+}
+
+// The generations of a recorded set describe the folder that went to the trash when the set was
+// made anew without recording: merging against them would take the new run's output for edits.
+TEST_F(UpdateCommandTest, RefusesOnceTheSetWasMadeAnewWithoutRecordingAndAcceptsAfterARecordedCreation) {
+  Create();
+  ASSERT_EQ(Tsaw("create", {"--no-record"}).exit_status, 0);
+  Edit("ReadMe.txt", "mine\r\n");
+  Template("ReadMe.txt", "theirs\n");
+  const auto before = Tree();
+  const ProgramRun refused = Update();
+  EXPECT_EQ(refused.exit_status, 1);
+  EXPECT_NE(refused.err.find("no generation of '" + Set().string() + "' is recorded"), std::string::npos) << refused.err;
+  EXPECT_EQ(Tree(), before);
+
+  Create();
+  Edit("ReadMe.txt", "mine\r\n");
+  const ProgramRun update = Update();
+  EXPECT_EQ(update.exit_status, 0) << update.err;
+  EXPECT_EQ(SetFile("ReadMe.txt"), "mine\r\n");
 }
 
 TEST_F(UpdateCommandTest, ACreationThatCannotBeRecordedWarnsAndStillSucceeds) {

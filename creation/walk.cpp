@@ -180,6 +180,7 @@ bool Process_Root(TRunContext& run) {
       run.Report("  Folder '" + run.project_set.string() + "' would go to the trash.");
       run.moved_to_trash = run.project_set;
     } else if (fs::exists(fs::symlink_status(run.project_set))) {
+      if (run.written) run.written->MakingAnew(run.project_set);
       const std::string task = run.task;
       run.SetTask("clearing project set folder and all subfoders...");
       run.Pump();
@@ -193,6 +194,8 @@ bool Process_Root(TRunContext& run) {
         return false;
       }
       run.moved_to_trash = run.project_set;
+    } else if (run.written && !run.dry_run) {
+      run.written->MakingAnew(run.project_set);
     }
     if (!CreateFolder(run, run.project_set)) return false;
     if (run.written && !run.dry_run) run.written->Started(run.project_set);

@@ -29,6 +29,8 @@ class TCreationRecorder final : public creation::TWrittenFiles {
   TCreationRecorder(const TCreationRecorder&) = delete;
   TCreationRecorder& operator=(const TCreationRecorder&) = delete;
 
+  // Marks the store of `folder` until this run is recorded.
+  void MakingAnew(const std::filesystem::path& folder) override;
   // Opens the store of `folder` (on the helper thread); once per recorder.
   void Started(const std::filesystem::path& folder) override;
   void Written(const std::filesystem::path& file, std::string bytes) override;
@@ -65,6 +67,16 @@ class TCreationRecorder final : public creation::TWrittenFiles {
   std::optional<TGenerationMeta> meta_;   // set by Finish: the helper records the generation
   // The helper's until it is joined: why nothing is recorded.
   std::string error_ = "the run made no Project Set folder";
+};
+
+// For a creation that is not recorded (--no-record): the store of the folder it makes anew no
+// longer describes that folder, which the store is told; nothing else is kept.
+class TUnrecordedCreation final : public creation::TWrittenFiles {
+ public:
+  void MakingAnew(const std::filesystem::path& folder) override;
+  void Started(const std::filesystem::path&) override {}
+  void Written(const std::filesystem::path&, std::string) override {}
+  void Copied(const std::filesystem::path&) override {}
 };
 
 }  // namespace tsaw::generations

@@ -79,13 +79,23 @@ TEST_F(CreationRecorderTest, ARunAbortedAfterItsFirstFilesRecordsNothing) {
   EXPECT_FALSE(HasRecordedGeneration(ProjectSet()));
   EXPECT_FALSE(fs::exists(PackFolder().parent_path().parent_path())) << "the store it made is not left behind";
 
-  // A store that holds an earlier generation stays, with nothing added.
+  // A store that holds an earlier generation stays, with nothing added; but that generation is no
+  // longer the folder's, which the run made anew.
   ASSERT_EQ(Record(), TRunOutcome::Finished);
-  fs::remove_all(ProjectSet());
+  EXPECT_TRUE(HasRecordedGeneration(ProjectSet()));
+  fs::remove_all(ProjectSet());  // so that the run stops once its own first files are written
   ASSERT_EQ(Record(true), TRunOutcome::Aborted);
-  auto store = OpenStore();
-  ASSERT_TRUE(store);
-  EXPECT_EQ(store->Generations().size(), 1u);
+  {
+    auto store = OpenStore();
+    ASSERT_TRUE(store);
+    EXPECT_EQ(store->Generations().size(), 1u);
+    EXPECT_TRUE(store->MadeAnew());
+  }
+  EXPECT_FALSE(HasRecordedGeneration(ProjectSet()));
+
+  ASSERT_EQ(Record(), TRunOutcome::Finished);
+  EXPECT_TRUE(HasRecordedGeneration(ProjectSet()));
+  EXPECT_EQ(OpenStore()->Generations().size(), 2u);
 }
 
 }  // namespace

@@ -19,6 +19,8 @@ namespace {
 
 constexpr const char* kGenerationRefs = "refs/generations/";
 constexpr const char* kUndoRef = "refs/undo";
+// A file in the store folder: see MarkMadeAnew.
+constexpr const char* kMadeAnewFile = "made-anew";
 
 std::string GitError(const std::string& what) {
   const git_error* error = git_error_last();
@@ -299,7 +301,25 @@ bool TGenerationStore::AddGeneration(TObjectPack& pack, const TFiles& files, con
   const TObjectId commit = pack.Add(GIT_OBJECT_COMMIT, CommitText(AddTreeObject(pack, top), message));
   char ref[64];
   std::snprintf(ref, sizeof ref, "%s%06d", kGenerationRefs, number);
-  return WritePack(pack, error) && SetRef(ref, commit, error);
+  if (!WritePack(pack, error) || !SetRef(ref, commit, error)) return false;
+  std::error_code io;
+  fs::remove(folder_ / kMadeAnewFile, io);
+  return true;
+}
+
+bool TGenerationStore::MadeAnew() const {
+  std::error_code io;
+  return fs::exists(folder_ / kMadeAnewFile, io);
+}
+
+// A plain file rather than a ref, so that a creation marks the store without opening (or
+// waiting for) it: the mark must be there before the old folder goes to the trash.
+void MarkMadeAnew(const fs::path& state_folder, const fs::path& project_set) {
+  const fs::path folder = TGenerationStore::FolderOf(state_folder, project_set);
+  std::error_code io;
+  if (!fs::is_directory(folder / "objects", io)) return;
+  const int fd = ::open((folder / kMadeAnewFile).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+  if (fd >= 0) ::close(fd);
 }
 
 // Writes `pack`, whose objects the repository's own reads then see as well.

@@ -90,6 +90,11 @@ class TGenerationStore {
   bool SetUndo(TObjectPack& pack, const TUndoRecord& record, std::string& error);
   bool DropUndo(std::string& error);
 
+  // True when a creation made the Project Set folder anew after the newest generation was
+  // recorded (it was not recorded or did not finish): the generations describe a folder that
+  // went to the trash, and none is the base of an update.
+  bool MadeAnew() const;
+
   // Removes the store, still locked, when this opening made it and nothing was recorded in it
   // since (the run that made it did not finish), so that no empty store is left behind. The
   // store must not be used afterwards.
@@ -110,6 +115,10 @@ class TGenerationStore {
   git_odb* odb_ = nullptr;
   git_odb* packs_ = nullptr;  // the same objects, read from the packs alone
 };
+
+// Marks the store of `project_set`, if there is one, as describing a folder that a creation is
+// about to make anew; recording a generation clears the mark.
+void MarkMadeAnew(const std::filesystem::path& state_folder, const std::filesystem::path& project_set);
 
 // The tree objects of `files`, added to `pack`; returns the id of the top tree.
 TObjectId AddTree(TObjectPack& pack, const TFiles& files);

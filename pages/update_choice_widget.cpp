@@ -16,8 +16,9 @@ namespace tsaw {
 namespace {
 
 constexpr const char* kNotRecorded =
-    "Only Replace is possible: no generation of this Project Set folder is recorded (it was made elsewhere or "
-    "with --no-record, or the record was removed), so your edits cannot be told from the template's output.";
+    "Only Replace is possible: no generation of this Project Set folder is recorded (it was made elsewhere, "
+    "with --no-record or by a run that did not finish, or the record was removed), so your edits cannot be told "
+    "from the template's output.";
 
 }  // namespace
 

@@ -24,8 +24,8 @@ TUpdateResult Refusal(const fs::path& project_set, std::string message) {
 }
 
 std::string NotRecorded(const fs::path& project_set) {
-  return "no generation of '" + project_set.string() + "' is recorded (it was made elsewhere or with --no-record, " +
-         "or the store was removed), so your edits cannot be told from the template's output; nothing was " +
+  return "no generation of '" + project_set.string() + "' is recorded (it was made elsewhere, with --no-record or by a " +
+         "run that did not finish, or the store was removed), so your edits cannot be told from the template's output; nothing was " +
          "changed. Make it anew with `tsaw create` (the folder goes to the trash); later updates keep your edits";
 }
 
@@ -38,7 +38,7 @@ std::unique_ptr<generations::TGenerationStore> RecordedStore(const fs::path& pro
     return nullptr;
   }
   auto store = generations::TGenerationStore::Open(*state, project_set, false, refusal);
-  if (store && !store->Generations().empty()) return store;
+  if (store && !store->Generations().empty() && !store->MadeAnew()) return store;
   const bool locked = !store && fs::exists(generations::TGenerationStore::FolderOf(*state, project_set) / "objects");
   if (!locked) refusal = NotRecorded(project_set);
   return nullptr;
