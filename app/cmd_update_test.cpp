@@ -1,7 +1,10 @@
 // Runs `tsaw update` as a user would (TSAW_EXE is the built executable): create, edit, change the
 // template, update, and undo, comparing whole files and whole outputs.
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
@@ -363,6 +366,30 @@ TEST_F(UpdateCommandTest, RefusesOnceTheSetWasMadeAnewWithoutRecordingAndAccepts
   const ProgramRun update = Update();
   EXPECT_EQ(update.exit_status, 0) << update.err;
   EXPECT_EQ(SetFile("ReadMe.txt"), "mine\r\n");
+}
+
+// A creation does not make the folder anew while another run (an update) holds its store, and
+// may once it is let go.
+TEST_F(UpdateCommandTest, ACreationRefusesWhileAnotherRunHoldsTheStoreAndChangesNothing) {
+  Create();
+  Edit("ReadMe.txt", "mine\r\n");
+  const auto before = Tree();
+  const fs::path lock_file = generations::TGenerationStore::FolderOf(dir_.path() / "state/tsaw", Set()) / "tsaw.lock";
+  const int lock = ::open(lock_file.c_str(), O_RDWR | O_CLOEXEC);
+  ASSERT_GE(lock, 0);
+  ASSERT_EQ(::flock(lock, LOCK_EX), 0);
+  for (const std::vector<std::string>& options : {std::vector<std::string>{}, {"--no-record"}}) {
+    const ProgramRun refused = Tsaw("create", options);
+    EXPECT_EQ(refused.exit_status, 1);
+    EXPECT_NE(refused.err.find("another tsaw run is using the generation store of '" + Set().string() +
+                               "'; nothing was changed."),
+              std::string::npos)
+        << refused.err;
+    EXPECT_EQ(Tree(), before);
+  }
+  ::close(lock);
+  EXPECT_EQ(Tsaw("create", {}).exit_status, 0);
+  EXPECT_EQ(SetFile("ReadMe.txt"), Lines("line", 10, "\r\n"));
 }
 
 TEST_F(UpdateCommandTest, ACreationThatCannotBeRecordedWarnsAndStillSucceeds) {

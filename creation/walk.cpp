@@ -155,6 +155,15 @@ bool ProcessCatalogueFolder(TRunContext& run, const fs::path& relative, TLevel l
   return Scan_More(run, source, level, in_target);
 }
 
+// Whoever the run tells of its files may refuse that the Project Set folder be made anew.
+bool MayMakeAnew(TRunContext& run) {
+  const std::string refusal = run.written ? run.written->MakingAnew(run.project_set) : std::string();
+  if (refusal.empty()) return true;
+  run.Report("    ERROR: " + refusal);
+  run.stop_reason = refusal + "; nothing was changed.";
+  return false;
+}
+
 }  // namespace
 
 void MakePluginCurrent(TRunContext& run, int number) {
@@ -180,7 +189,7 @@ bool Process_Root(TRunContext& run) {
       run.Report("  Folder '" + run.project_set.string() + "' would go to the trash.");
       run.moved_to_trash = run.project_set;
     } else if (fs::exists(fs::symlink_status(run.project_set))) {
-      if (run.written) run.written->MakingAnew(run.project_set);
+      if (!MayMakeAnew(run)) return false;
       const std::string task = run.task;
       run.SetTask("clearing project set folder and all subfoders...");
       run.Pump();
@@ -194,8 +203,8 @@ bool Process_Root(TRunContext& run) {
         return false;
       }
       run.moved_to_trash = run.project_set;
-    } else if (run.written && !run.dry_run) {
-      run.written->MakingAnew(run.project_set);
+    } else if (!run.dry_run && !MayMakeAnew(run)) {
+      return false;
     }
     if (!CreateFolder(run, run.project_set)) return false;
     if (run.written && !run.dry_run) run.written->Started(run.project_set);

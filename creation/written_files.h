@@ -13,8 +13,11 @@ class TWrittenFiles {
  public:
   virtual ~TWrittenFiles() = default;
   // The run is about to make `folder` anew: what is there goes to the trash next (nothing is
-  // touched yet). Called once, before Started.
-  virtual void MakingAnew(const std::filesystem::path& folder) { (void)folder; }
+  // touched yet). Called once, before Started. A text stops the run with that reason.
+  virtual std::string MakingAnew(const std::filesystem::path& folder) {
+    (void)folder;
+    return {};
+  }
   // The run has made the new, empty folder it writes into (the Project Set folder, or the one
   // TCreationRun::WriteInto names); every file told afterwards lies below it.
   virtual void Started(const std::filesystem::path& folder) = 0;

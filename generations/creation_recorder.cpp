@@ -53,8 +53,9 @@ void TakeFile(const fs::path& folder, const fs::path& file, const std::optional<
 
 // The mark stays until a creation of the folder is recorded, so that the store never offers as
 // the base of an update a generation that is not the folder's.
-void MarkFolderMadeAnew(const fs::path& folder) {
-  if (const std::optional<fs::path> state = StateFolder()) MarkMadeAnew(*state, folder);
+std::string MarkFolderMadeAnew(const fs::path& folder) {
+  const std::optional<fs::path> state = StateFolder();
+  return state ? MarkMadeAnew(*state, folder) : std::string();
 }
 
 }  // namespace
@@ -63,9 +64,9 @@ TCreationRecorder::TCreationRecorder(const TWizard& wizard) : wizard_(wizard) {}
 
 TCreationRecorder::~TCreationRecorder() { StopWorker(true); }
 
-void TCreationRecorder::MakingAnew(const fs::path& folder) { MarkFolderMadeAnew(folder); }
+std::string TCreationRecorder::MakingAnew(const fs::path& folder) { return MarkFolderMadeAnew(folder); }
 
-void TUnrecordedCreation::MakingAnew(const fs::path& folder) { MarkFolderMadeAnew(folder); }
+std::string TUnrecordedCreation::MakingAnew(const fs::path& folder) { return MarkFolderMadeAnew(folder); }
 
 void TCreationRecorder::Started(const fs::path& folder) {
   const fs::path template_folder = wizard_.SelectedTemplate ? wizard_.SelectedTemplate->FolderPath : "";

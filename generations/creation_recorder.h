@@ -29,8 +29,8 @@ class TCreationRecorder final : public creation::TWrittenFiles {
   TCreationRecorder(const TCreationRecorder&) = delete;
   TCreationRecorder& operator=(const TCreationRecorder&) = delete;
 
-  // Marks the store of `folder` until this run is recorded.
-  void MakingAnew(const std::filesystem::path& folder) override;
+  // Marks the store of `folder` until this run is recorded; refuses while another run holds it.
+  std::string MakingAnew(const std::filesystem::path& folder) override;
   // Opens the store of `folder` (on the helper thread); once per recorder.
   void Started(const std::filesystem::path& folder) override;
   void Written(const std::filesystem::path& file, std::string bytes) override;
@@ -73,7 +73,7 @@ class TCreationRecorder final : public creation::TWrittenFiles {
 // longer describes that folder, which the store is told; nothing else is kept.
 class TUnrecordedCreation final : public creation::TWrittenFiles {
  public:
-  void MakingAnew(const std::filesystem::path& folder) override;
+  std::string MakingAnew(const std::filesystem::path& folder) override;
   void Started(const std::filesystem::path&) override {}
   void Written(const std::filesystem::path&, std::string) override {}
   void Copied(const std::filesystem::path&) override {}

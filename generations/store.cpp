@@ -19,8 +19,13 @@ namespace {
 
 constexpr const char* kGenerationRefs = "refs/generations/";
 constexpr const char* kUndoRef = "refs/undo";
-// A file in the store folder: see MarkMadeAnew.
+// Files in the store folder: see MarkMadeAnew, and the lock one run at a time holds.
 constexpr const char* kMadeAnewFile = "made-anew";
+constexpr const char* kLockFile = "tsaw.lock";
+
+std::string StoreInUse(const fs::path& project_set) {
+  return "another tsaw run is using the generation store of '" + project_set.string() + "'";
+}
 
 std::string GitError(const std::string& what) {
   const git_error* error = git_error_last();
@@ -191,13 +196,13 @@ std::unique_ptr<TGenerationStore> TGenerationStore::Open(const fs::path& state_f
     fs::create_directories(store->folder_, io);
     store->made_ = true;
   }
-  store->lock_fd_ = ::open((store->folder_ / "tsaw.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+  store->lock_fd_ = ::open((store->folder_ / kLockFile).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
   if (store->lock_fd_ < 0) {
     error = "the generation store '" + store->folder_.string() + "' cannot be opened";
     return nullptr;
   }
   if (flock(store->lock_fd_, LOCK_EX | LOCK_NB) != 0) {
-    error = "another tsaw run is using the generation store of '" + project_set.string() + "'";
+    error = StoreInUse(project_set);
     return nullptr;
   }
   if (git_repository_open_bare(&store->repo_, store->folder_.c_str()) != 0) {
@@ -312,14 +317,22 @@ bool TGenerationStore::MadeAnew() const {
   return fs::exists(folder_ / kMadeAnewFile, io);
 }
 
-// A plain file rather than a ref, so that a creation marks the store without opening (or
-// waiting for) it: the mark must be there before the old folder goes to the trash.
-void MarkMadeAnew(const fs::path& state_folder, const fs::path& project_set) {
+// A plain file rather than a ref, so that a creation marks the store without opening it: the
+// mark must be there before the old folder goes to the trash. It is made under the store's lock,
+// which is let go at once: an update that takes the lock afterwards finds the mark and refuses.
+std::string MarkMadeAnew(const fs::path& state_folder, const fs::path& project_set) {
   const fs::path folder = TGenerationStore::FolderOf(state_folder, project_set);
   std::error_code io;
-  if (!fs::is_directory(folder / "objects", io)) return;
+  if (!fs::is_directory(folder / "objects", io)) return {};
+  const int lock = ::open((folder / kLockFile).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+  if (lock >= 0 && flock(lock, LOCK_EX | LOCK_NB) != 0) {
+    ::close(lock);
+    return StoreInUse(project_set);
+  }
   const int fd = ::open((folder / kMadeAnewFile).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
   if (fd >= 0) ::close(fd);
+  if (lock >= 0) ::close(lock);
+  return {};
 }
 
 // Writes `pack`, whose objects the repository's own reads then see as well.

@@ -117,8 +117,9 @@ class TGenerationStore {
 };
 
 // Marks the store of `project_set`, if there is one, as describing a folder that a creation is
-// about to make anew; recording a generation clears the mark.
-void MarkMadeAnew(const std::filesystem::path& state_folder, const std::filesystem::path& project_set);
+// about to make anew; recording a generation clears the mark. Returns why not when another run
+// holds the store (an update may be writing into the folder), else the empty text.
+std::string MarkMadeAnew(const std::filesystem::path& state_folder, const std::filesystem::path& project_set);
 
 // The tree objects of `files`, added to `pack`; returns the id of the top tree.
 TObjectId AddTree(TObjectPack& pack, const TFiles& files);
