@@ -185,11 +185,11 @@ bool Process_Root(TRunContext& run) {
     run.Report("  Folder '" + run.template_folder.string() + "' will be copied to '" +
                run.project_set.string() + "'");
   } else {
+    if (!run.dry_run && !MayMakeAnew(run)) return false;
     if (fs::exists(fs::symlink_status(run.project_set)) && run.dry_run) {
       run.Report("  Folder '" + run.project_set.string() + "' would go to the trash.");
       run.moved_to_trash = run.project_set;
     } else if (fs::exists(fs::symlink_status(run.project_set))) {
-      if (!MayMakeAnew(run)) return false;
       const std::string task = run.task;
       run.SetTask("clearing project set folder and all subfoders...");
       run.Pump();
@@ -203,8 +203,6 @@ bool Process_Root(TRunContext& run) {
         return false;
       }
       run.moved_to_trash = run.project_set;
-    } else if (!run.dry_run && !MayMakeAnew(run)) {
-      return false;
     }
     if (!CreateFolder(run, run.project_set)) return false;
     if (run.written && !run.dry_run) run.written->Started(run.project_set);

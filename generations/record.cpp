@@ -37,7 +37,7 @@ bool HasRecordedGeneration(const fs::path& project_set) {
   std::string error;
   auto store = state ? TGenerationStore::Open(*state, project_set, false, error) : nullptr;
   try {
-    return store && !store->Generations().empty() && !store->MadeAnew();
+    return store && store->HasBase();
   } catch (const std::exception&) {
     return false;
   }

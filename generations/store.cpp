@@ -27,6 +27,16 @@ std::string StoreInUse(const fs::path& project_set) {
   return "another tsaw run is using the generation store of '" + project_set.string() + "'";
 }
 
+// The lock of the store in `folder`, taken without waiting: its descriptor; -1 when the lock file
+// cannot be opened, or when another run holds the lock, which `in_use` then says.
+int TakeLock(const fs::path& folder, bool& in_use) {
+  const int fd = ::open((folder / kLockFile).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+  in_use = fd >= 0 && flock(fd, LOCK_EX | LOCK_NB) != 0;
+  if (!in_use) return fd;
+  ::close(fd);
+  return -1;
+}
+
 std::string GitError(const std::string& what) {
   const git_error* error = git_error_last();
   return "the generation store could not " + what + ": " + (error && error->message ? error->message : "unknown error");
@@ -196,13 +206,14 @@ std::unique_ptr<TGenerationStore> TGenerationStore::Open(const fs::path& state_f
     fs::create_directories(store->folder_, io);
     store->made_ = true;
   }
-  store->lock_fd_ = ::open((store->folder_ / kLockFile).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-  if (store->lock_fd_ < 0) {
-    error = "the generation store '" + store->folder_.string() + "' cannot be opened";
+  bool in_use = false;
+  store->lock_fd_ = TakeLock(store->folder_, in_use);
+  if (in_use) {
+    error = StoreInUse(project_set);
     return nullptr;
   }
-  if (flock(store->lock_fd_, LOCK_EX | LOCK_NB) != 0) {
-    error = StoreInUse(project_set);
+  if (store->lock_fd_ < 0) {
+    error = "the generation store '" + store->folder_.string() + "' cannot be opened";
     return nullptr;
   }
   if (git_repository_open_bare(&store->repo_, store->folder_.c_str()) != 0) {
@@ -317,6 +328,8 @@ bool TGenerationStore::MadeAnew() const {
   return fs::exists(folder_ / kMadeAnewFile, io);
 }
 
+bool TGenerationStore::HasBase() const { return !Generations().empty() && !MadeAnew(); }
+
 // A plain file rather than a ref, so that a creation marks the store without opening it: the
 // mark must be there before the old folder goes to the trash. It is made under the store's lock,
 // which is let go at once: an update that takes the lock afterwards finds the mark and refuses.
@@ -324,11 +337,9 @@ std::string MarkMadeAnew(const fs::path& state_folder, const fs::path& project_s
   const fs::path folder = TGenerationStore::FolderOf(state_folder, project_set);
   std::error_code io;
   if (!fs::is_directory(folder / "objects", io)) return {};
-  const int lock = ::open((folder / kLockFile).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-  if (lock >= 0 && flock(lock, LOCK_EX | LOCK_NB) != 0) {
-    ::close(lock);
-    return StoreInUse(project_set);
-  }
+  bool in_use = false;
+  const int lock = TakeLock(folder, in_use);
+  if (in_use) return StoreInUse(project_set);
   const int fd = ::open((folder / kMadeAnewFile).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
   if (fd >= 0) ::close(fd);
   if (lock >= 0) ::close(lock);

@@ -94,6 +94,9 @@ class TGenerationStore {
   // recorded (it was not recorded or did not finish): the generations describe a folder that
   // went to the trash, and none is the base of an update.
   bool MadeAnew() const;
+  // True when the newest generation is the base of the folder's next update: one is recorded
+  // and the folder was not made anew since.
+  bool HasBase() const;
 
   // Removes the store, still locked, when this opening made it and nothing was recorded in it
   // since (the run that made it did not finish), so that no empty store is left behind. The

@@ -70,8 +70,7 @@ void SetDefault(TWizard& wizard, uint16_t var_idx, std::string value, Idf idf) {
 // Sets the default, with the identifier form of its expansion. `table` is made for the wizard's
 // variables; the values set meanwhile leave it valid.
 void SetExpandedDefault(const TExpansionTable& table, TVariableItem& item, std::string value) {
-  item.DefaultValue = std::move(value);
-  item.Value = item.DefaultValue;
+  SetDefault(item, std::move(value), Idf::Cleared);
   item.IdfValue = Str2Idf(ExpandVar(table, item.DefaultValue));
 }
 

@@ -38,7 +38,7 @@ std::unique_ptr<generations::TGenerationStore> RecordedStore(const fs::path& pro
     return nullptr;
   }
   auto store = generations::TGenerationStore::Open(*state, project_set, false, refusal);
-  if (store && !store->Generations().empty() && !store->MadeAnew()) return store;
+  if (store && store->HasBase()) return store;
   const bool locked = !store && fs::exists(generations::TGenerationStore::FolderOf(*state, project_set) / "objects");
   if (!locked) refusal = NotRecorded(project_set);
   return nullptr;
