@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "creation/dci.h"
+#include "creation/file_in_flight.h"
 #include "creation/file_names.h"
 #include "creation/project_file_cleaning.h"
 #include "model/expand.h"
@@ -43,14 +44,7 @@ TFileOutcome Planned(TRunContext& run, const fs::path& dest) {
 TFileOutcome CopyPlain(TRunContext& run, const fs::path& source, const fs::path& dest) {
   run.Report("    Copying file '" + source.string() + "' to '" + dest.string() + "'...");
   if (run.dry_run) return Planned(run, dest);
-  std::string error;
-  // The Project Set folder is new, so its files are too.
-  if (CopyFileBytes(source, dest, &error, TPlacement::Fresh)) {
-    if (run.written) run.written->Copied(dest);
-    return TFileOutcome::Processed;
-  }
-  return Fail(run, "Non-expandable file could not be copied.  Source: '" + source.string() +
-                       "'  Destination: '" + dest.string() + "' (" + error + ")");
+  return CopyBehind(run, source, dest);
 }
 
 // The expansion of a file's text with the quoting its kind needs; nullopt, with the reason in the
@@ -104,6 +98,8 @@ TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path
     std::vector<std::string> lines = SplitLines(text);
     const auto report = [&run](const std::string& line) { run.Report(line); };
     if (settings) Remove_Template_Directives(lines, ext, report);
+    // The identity generator's sequence is the run's: it is not drawn on ahead of a pump point.
+    if (form && !SettleFileInFlight(run)) return TFileOutcome::Aborted;
     if (form) RenewDci(lines, dest.lexically_relative(run.project_set).generic_string(), run.dci, report);
     text = JoinLines(lines);
   }
@@ -116,13 +112,8 @@ TFileOutcome ExpandFile(TRunContext& run, const fs::path& source, const fs::path
   run.Report("      Saving file to destination folder...");
   if (run.dry_run) return Planned(run, dest);
   // UTF-8 text is written as it stands; only Windows-1252 needs encoding back.
-  std::string encoded = file.Encoding == TTextEncoding::Utf8 ? std::string() : EncodeText(text, file.Encoding);
-  std::string& saved = file.Encoding == TTextEncoding::Utf8 ? text : encoded;
-  if (!WriteFileBytes(dest, saved, &error, TPlacement::Fresh)) {
-    return Fail(run, "      ERROR: File could not be saved: " + error);
-  }
-  if (run.written) run.written->Written(dest, std::move(saved));
-  return TFileOutcome::Processed;
+  std::string saved = file.Encoding == TTextEncoding::Utf8 ? std::move(text) : EncodeText(text, file.Encoding);
+  return WriteBehind(run, dest, std::move(saved));
 }
 
 // Where the link `source` in the template leads when that is outside the template; empty

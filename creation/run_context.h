@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "creation/background_writer.h"
 #include "creation/dci.h"
 #include "creation/report_lines.h"
 #include "creation/run_observer.h"
@@ -18,6 +19,20 @@
 #include "preprocessor/model_processor.h"
 
 namespace tsaw::creation {
+
+// A file handed to the background writer whose end the run has not settled yet.
+struct TFileInFlight {
+  std::filesystem::path source;  // the template file, for a copy
+  std::filesystem::path dest;
+  std::string bytes;  // an expanded file's text as written; a copy's bytes stay in the kernel
+  bool copy = false;
+};
+
+// A report line, or a step of the gauge, that the run made while a file was in flight.
+struct THeldStep {
+  bool gauge = false;
+  std::string line;
+};
 
 struct TRunContext {
   TRunContext(TWizard& w, TRunObserver& o, TDciGenerator& d, platform::Trash& t)
@@ -50,7 +65,21 @@ struct TRunContext {
   std::filesystem::path template_folder;  // the selected template, no trailing separator
   std::filesystem::path project_set;      // the Project Set folder, no trailing separator
 
+  // While a file is in flight the run goes on with the next one, but what it would show of that
+  // one is held until the file in flight is settled (see file_in_flight.h).
+  std::unique_ptr<TFileInFlight> in_flight;  // on the heap: the writer reads it where it lies
+  std::vector<THeldStep> held;
+  std::unique_ptr<TBackgroundWriter> writer;  // last, so that it ends before what it reads
+
   void Report(const std::string& line = {}) {
+    if (in_flight) {
+      held.push_back({false, line});
+      return;
+    }
+    ShowLine(line);
+  }
+  // Report, and AdvanceGauge below, past the holding.
+  void ShowLine(const std::string& line) {
     report.Add(line);
     observer.ReportLine(line);
   }
@@ -60,7 +89,14 @@ struct TRunContext {
     gauge_position = position;
     observer.GaugeChanged(max, position);
   }
-  void AdvanceGauge() { observer.GaugeChanged(gauge_max, ++gauge_position); }
+  void AdvanceGauge() {
+    if (in_flight) {
+      held.push_back({true, {}});
+      return;
+    }
+    ShowGaugeStep();
+  }
+  void ShowGaugeStep() { observer.GaugeChanged(gauge_max, ++gauge_position); }
   void SetStatus(const std::string& message, const std::string& new_task) {
     observer.MessageChanged(message);
     SetTask(new_task);

@@ -1,5 +1,6 @@
 #include "creation/walk.h"
 
+#include "creation/file_in_flight.h"
 #include "creation/file_names.h"
 #include "creation/file_processing.h"
 #include "creation/run_directives.h"
@@ -93,6 +94,7 @@ bool WalkFolder(TRunContext& run, const fs::path& folder, bool in_target) {
     run.ShowCounters();
     return skip || Scan_More(run, folder, TLevel::Inner, in_target);
   }
+  if (!SettleFileInFlight(run)) return false;
   run.Report("  Folder '" + folder.string() + "' - Skip? " + YesNo(skip) + " ");
   if (skip) return true;
   if (!CreateFolder(run, DestinationOf(run, folder))) return false;
@@ -107,34 +109,49 @@ bool WalkFile(TRunContext& run, const fs::path& file, bool is_link, std::optiona
   if (run.count_only) {
     ++run.counters.FilesScanned;
     if (skip) ++run.counters.FilesSkipped;
-  } else {
-    run.Report("    File '" + file.string() + "' - Skip? " + YesNo(skip) + " ");
-    run.AdvanceGauge();
-    if (run.aborted) return false;
-    if (!skip) {
-      if (!dest_folder) dest_folder = DestFolderOf(run, DestinationOf(run, file.parent_path()));
-      const TFileOutcome outcome = Process_File(run, file, is_link, *dest_folder);
-      if (outcome == TFileOutcome::Aborted) return false;
-      ++(outcome == TFileOutcome::Processed ? run.counters.FilesProcessed : run.counters.FilesFailed);
-      // A file that broke a bound stops the run: the next would most likely break it too.
-      if (!run.stop_reason.empty()) return false;
-    }
+    run.ShowCounters();
+    return run.Pump();
   }
+  // The debug log's routine lines keep the order of a run that waits for each write.
+  if (platform::DebugEnabled() && !SettleFileInFlight(run)) return false;
+  run.Report("    File '" + file.string() + "' - Skip? " + YesNo(skip) + " ");
+  run.AdvanceGauge();
+  if (run.aborted) return false;
+  if (!skip) {
+    if (!dest_folder) dest_folder = DestFolderOf(run, DestinationOf(run, file.parent_path()));
+    const TFileOutcome outcome = Process_File(run, file, is_link, *dest_folder);
+    // A file handed to the background writer is counted when it is settled.
+    if (outcome == TFileOutcome::InFlight) return true;
+    return SettleFileInFlight(run) && CountFile(run, outcome);
+  }
+  if (!SettleFileInFlight(run)) return false;
   run.ShowCounters();
   return run.Pump();
+}
+
+bool WalkEntry(TRunContext& run, const fs::path& source, const platform::TFolderEntry& entry, TLevel level,
+               bool in_target, std::optional<TDestFolder>& dest_folder) {
+  const fs::path path = source / entry.Name;
+  // A linked folder is not entered (a link to a parent would never end); it fails as a file.
+  const bool folder = fs::is_directory(entry.Status);
+  if (folder && IsCatalogueFolder(entry.Name, level)) return true;
+  return folder ? WalkFolder(run, path, in_target) : WalkFile(run, path, fs::is_symlink(entry.Status), dest_folder);
 }
 
 bool Scan_More(TRunContext& run, const fs::path& source, TLevel level, bool in_target) {
   std::optional<TDestFolder> dest_folder;
   for (const platform::TFolderEntry& entry : ListFolder(run, source)) {
     if (run.aborted) return false;
-    const fs::path path = source / entry.Name;
-    // A linked folder is not entered (a link to a parent would never end); it fails as a file.
-    const bool folder = fs::is_directory(entry.Status);
-    if (folder && IsCatalogueFolder(entry.Name, level)) continue;
-    if (!(folder ? WalkFolder(run, path, in_target) : WalkFile(run, path, fs::is_symlink(entry.Status), dest_folder))) return false;
+    try {
+      if (!WalkEntry(run, source, entry, level, in_target, dest_folder)) return false;
+    } catch (...) {
+      // The file in flight ended before the error came; if the run stopped there, the error
+      // never happened.
+      if (!SettleFileInFlight(run)) return false;
+      throw;
+    }
   }
-  return !run.aborted;
+  return SettleFileInFlight(run) && !run.aborted;
 }
 
 // Process_Language and Process_Target: one catalogue folder of the template.
