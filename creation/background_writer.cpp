@@ -10,29 +10,53 @@ namespace tsaw::creation {
 
 TBackgroundWriter::~TBackgroundWriter() {
   if (!thread_.joinable()) return;
-  if (in_flight_) WaitWhile(kHanded);
-  phase_.store(kClosing, std::memory_order_release);
-  phase_.notify_one();
+  GiveUpRest();
+  closing_.store(true, std::memory_order_release);
+  changed_.fetch_add(1, std::memory_order_release);
+  changed_.notify_one();
   thread_.join();
 }
 
-void TBackgroundWriter::Start(TJob job) {
+void TBackgroundWriter::Start(TFreshFile file) {
   // A thread that cannot be made throws before anything is handed.
   if (!thread_.joinable()) StartThread();
-  job_ = std::move(job);
-  in_flight_ = true;
-  phase_.store(kHanded, std::memory_order_release);
-  phase_.notify_one();
+  const uint32_t number = started_.load(std::memory_order_relaxed);
+  slots_[number % kMostFiles].file.emplace(std::move(file));
+  started_.store(number + 1, std::memory_order_release);
+  changed_.fetch_add(1, std::memory_order_release);
+  changed_.notify_one();
 }
 
+void TBackgroundWriter::Let(bool show) {
+  const uint32_t number = let_.load(std::memory_order_relaxed);
+  slots_[number % kMostFiles].show = show;
+  let_.store(number + 1, std::memory_order_release);
+  changed_.fetch_add(1, std::memory_order_release);
+  changed_.notify_one();
+}
+
+bool TBackgroundWriter::Done() const { return done_.load(std::memory_order_acquire) > waited_; }
+
 bool TBackgroundWriter::Wait(std::string& error) {
-  if (!in_flight_) return true;
-  WaitWhile(kHanded);
-  in_flight_ = false;
-  phase_.store(kIdle, std::memory_order_relaxed);
-  if (thrown_) std::rethrow_exception(std::exchange(thrown_, nullptr));
-  error = std::move(error_);
-  return result_;
+  const uint32_t number = waited_++;
+  WaitPast(done_, number);
+  TSlot& slot = slots_[number % kMostFiles];
+  slot.file.reset();
+  if (slot.thrown) std::rethrow_exception(std::exchange(slot.thrown, nullptr));
+  error = std::move(slot.error);
+  return slot.result;
+}
+
+void TBackgroundWriter::GiveUpRest() {
+  while (let_.load(std::memory_order_relaxed) < started_.load(std::memory_order_relaxed)) Let(false);
+  while (waited_ < started_.load(std::memory_order_relaxed)) {
+    std::string ignored;
+    try {
+      Wait(ignored);
+    } catch (...) {
+      // A file given up has no outcome to report.
+    }
+  }
 }
 
 void TBackgroundWriter::StartThread() {
@@ -51,38 +75,51 @@ void TBackgroundWriter::StartThread() {
   pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
+// Shows the files in order as they are let, and meanwhile fills the files handed since.
 void TBackgroundWriter::Serve() {
+  uint32_t filled = 0;
+  uint32_t shown = 0;
   for (;;) {
-    TPhase phase = static_cast<TPhase>(phase_.load(std::memory_order_acquire));
-    while (phase == kIdle || phase == kDone) phase = WaitWhile(phase);
-    if (phase == kClosing) return;
-    TJob job = std::exchange(job_, nullptr);
-    error_.clear();
-    try {
-      result_ = job(error_);
-    } catch (...) {
-      thrown_ = std::current_exception();
+    const uint32_t seen = changed_.load(std::memory_order_acquire);
+    if (closing_.load(std::memory_order_acquire)) return;
+    if (shown < filled && shown < let_.load(std::memory_order_acquire)) {
+      TSlot& slot = slots_[shown % kMostFiles];
+      slot.error.clear();
+      try {
+        slot.result = slot.show && slot.file->Show(&slot.error);
+      } catch (...) {
+        slot.thrown = std::current_exception();
+      }
+      done_.store(++shown, std::memory_order_release);
+      done_.notify_one();
+    } else if (filled < started_.load(std::memory_order_acquire)) {
+      TSlot& slot = slots_[filled % kMostFiles];
+      try {
+        slot.file->Fill();
+      } catch (...) {
+        slot.thrown = std::current_exception();
+      }
+      ++filled;
+    } else {
+      WaitPast(changed_, seen);
     }
-    phase_.store(kDone, std::memory_order_release);
-    phase_.notify_one();
   }
 }
 
-TBackgroundWriter::TPhase TBackgroundWriter::WaitWhile(TPhase phase) {
+void TBackgroundWriter::WaitPast(const std::atomic<uint32_t>& counter, uint32_t count) {
   // The other side is usually done within tens of microseconds: a short spin spares both
-  // threads the cost of sleeping and being woken for every file.
+  // threads the cost of sleeping and being woken for every file. The yield lets a third thread
+  // (the recording's) have the core meanwhile.
   using Clock = std::chrono::steady_clock;
   const Clock::time_point give_up = Clock::now() + std::chrono::microseconds(100);
-  for (int spins = 0;; ++spins) {
-    const uint32_t now = phase_.load(std::memory_order_acquire);
-    if (now != phase) return static_cast<TPhase>(now);
-    if (spins % 64 == 63 && Clock::now() > give_up) break;
-    std::this_thread::yield();
-  }
-  for (;;) {
-    phase_.wait(phase, std::memory_order_acquire);
-    const uint32_t now = phase_.load(std::memory_order_acquire);
-    if (now != phase) return static_cast<TPhase>(now);
+  uint32_t now = counter.load(std::memory_order_acquire);
+  for (int spins = 0; now <= count; ++spins) {
+    if (spins % 64 == 63 && Clock::now() > give_up) {
+      counter.wait(now, std::memory_order_acquire);
+    } else {
+      std::this_thread::yield();
+    }
+    now = counter.load(std::memory_order_acquire);
   }
 }
 

@@ -1,48 +1,69 @@
 #pragma once
-// A second thread that does one write at a time for the creation run, so that the run's own
-// thread can read and expand the next file while the kernel makes the last one.
+// A second thread that writes the creation run's files, so that the run's own thread can read and
+// expand the next files meanwhile. A file is handed over as soon as its bytes are ready, and the
+// thread fills it at once, unseen (a file with no name); it is named, and so seen, only once the
+// run lets it, which the run does after its pump point for the file before.
 
 #include <atomic>
 #include <cstdint>
 #include <exception>
-#include <functional>
+#include <optional>
 #include <string>
 #include <thread>
+
+#include "model/file_bytes.h"
 
 namespace tsaw::creation {
 
 class TBackgroundWriter {
  public:
-  // One write: true when done; otherwise false with the reason in `error`.
-  using TJob = std::function<bool(std::string& error)>;
+  // How many files may be handed and not yet waited for.
+  static constexpr uint32_t kMostFiles = 8;
 
   TBackgroundWriter() = default;
-  // Waits for the job in flight, if any, then ends the thread.
+  // Gives up the files not yet let, waits for the thread to be done with the others, ends it.
   ~TBackgroundWriter();
   TBackgroundWriter(const TBackgroundWriter&) = delete;
   TBackgroundWriter& operator=(const TBackgroundWriter&) = delete;
 
-  // Hands `job` to the thread, which starts with the first job. One job at a time: the one
-  // before must have been waited for.
-  void Start(TJob job);
-  // Waits for the job in flight and gives its result (true when none is); an exception the job
-  // threw is thrown here.
+  // Hands `file` over; fewer than kMostFiles must be handed and not waited for. The thread
+  // starts with the first file.
+  void Start(TFreshFile file);
+  // Lets the oldest file not yet let be shown (true), or gives it up: it is never seen.
+  void Let(bool show);
+  // True when the oldest file not yet waited for is done: Wait would not wait.
+  bool Done() const;
+  // Waits for the oldest file not yet waited for and gives its result (false for one given up),
+  // with TFreshFile::Show's error; an exception the thread met there is thrown here.
   bool Wait(std::string& error);
+  // Gives up every file not yet let, and waits for the thread to be done with every file handed;
+  // their results are dropped.
+  void GiveUpRest();
 
  private:
-  enum TPhase : uint32_t { kIdle, kHanded, kDone, kClosing };
   void StartThread();
   void Serve();
-  // Waits until the phase is no longer `phase`, and returns the new one.
-  TPhase WaitWhile(TPhase phase);
+  // Spins a little, then sleeps, until `counter` passes `count`.
+  static void WaitPast(const std::atomic<uint32_t>& counter, uint32_t count);
 
-  std::atomic<uint32_t> phase_{kIdle};
-  bool in_flight_ = false;  // the run's side: a job handed and not waited for
-  // Written by one side before it moves the phase on, read by the other after it sees that.
-  TJob job_;
-  bool result_ = false;
-  std::string error_;
-  std::exception_ptr thrown_;
+  // Files are numbered from 0 on; each counter is how many have been handed, let, shown (or given
+  // up), and waited for. `changed_` moves on with every hand and let, for the thread to sleep on.
+  std::atomic<uint32_t> started_{0};
+  std::atomic<uint32_t> let_{0};
+  std::atomic<uint32_t> done_{0};
+  std::atomic<uint32_t> changed_{0};
+  std::atomic<bool> closing_{false};
+  uint32_t waited_ = 0;  // the run's side only
+  // One slot per file in flight: a side writes it before it moves its counter on, the other reads
+  // it after it sees that.
+  struct TSlot {
+    std::optional<TFreshFile> file;
+    bool show = false;
+    bool result = false;
+    std::string error;
+    std::exception_ptr thrown;
+  };
+  TSlot slots_[kMostFiles];
   std::thread thread_;
 };
 

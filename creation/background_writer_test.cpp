@@ -2,50 +2,84 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
-#include <stdexcept>
+#include <deque>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "testing/temp_dir.h"
 
 namespace tsaw::creation {
 namespace {
+namespace fs = std::filesystem;
 
-TEST(BackgroundWriterTest, GivesEachJobsResultAndReasonInTurn) {
+std::vector<std::string> Names(const fs::path& folder) {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(folder)) names.push_back(entry.path().filename().string());
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+TEST(BackgroundWriterTest, FilesAreFilledUnseenAndShownInTurnOnlyWhenLet) {
+  testing::TempDir dir;
+  const std::vector<std::string> texts = {"a", "b", "c"};
   TBackgroundWriter writer;
-  int done = 0;
-  for (int job = 0; job < 10000; ++job) {
-    writer.Start([job, &done](std::string& error) {
-      ++done;
-      if (job % 3 == 0) return true;
-      error = "job " + std::to_string(job);
-      return false;
-    });
-    std::string error;
-    const bool result = writer.Wait(error);
-    ASSERT_EQ(result, job % 3 == 0) << job;
-    ASSERT_EQ(error, result ? "" : "job " + std::to_string(job));
-    ASSERT_EQ(done, job + 1);
+  for (const char* name : {"A.txt", "B.txt", "C.txt"}) {
+    writer.Start(TFreshFile::OfBytes(dir.path() / name, texts[static_cast<size_t>(name[0] - 'A')]));
   }
-}
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  EXPECT_EQ(Names(dir.path()), std::vector<std::string>{});
+  EXPECT_FALSE(writer.Done());
 
-TEST(BackgroundWriterTest, AJobsExceptionIsThrownByWaitAndTheWriterGoesOn) {
-  TBackgroundWriter writer;
-  writer.Start([](std::string&) -> bool { throw std::runtime_error("disk on fire"); });
   std::string error;
-  EXPECT_THROW(writer.Wait(error), std::runtime_error);
-  writer.Start([](std::string&) { return true; });
+  writer.Let(true);
   EXPECT_TRUE(writer.Wait(error));
+  EXPECT_EQ(Names(dir.path()), std::vector<std::string>{"A.txt"});
+  writer.Let(false);
+  EXPECT_FALSE(writer.Wait(error));
+  writer.Let(true);
+  EXPECT_TRUE(writer.Wait(error));
+  EXPECT_EQ(Names(dir.path()), (std::vector<std::string>{"A.txt", "C.txt"}));
+  EXPECT_EQ(dir.Read("C.txt"), "c");
 }
 
-TEST(BackgroundWriterTest, ItsEndWaitsForTheJobInFlight) {
-  bool finished = false;
+// As the run uses it: up to kMostFiles in flight, each let once the one before is waited for.
+TEST(BackgroundWriterTest, ManyFilesInFlightComeOutInTurnWithTheirErrors) {
+  testing::TempDir dir;
+  fs::create_directory(dir.path() / "F17");
+  std::deque<std::string> texts;
+  TBackgroundWriter writer;
+  int waited = 0;
+  const auto wait_oldest = [&] {
+    std::string error;
+    const bool written = writer.Wait(error);
+    const std::string name = "F" + std::to_string(waited++);
+    EXPECT_EQ(written, name != "F17") << name;
+    EXPECT_EQ(error, name != "F17" ? "" : "Cannot write \"" + (dir.path() / name).string() + "\": it is a folder");
+    if (waited < static_cast<int>(texts.size())) writer.Let(true);
+  };
+  for (int number = 0; number < 2000; ++number) {
+    if (number - waited == static_cast<int>(TBackgroundWriter::kMostFiles)) wait_oldest();
+    texts.push_back("text " + std::to_string(number));
+    writer.Start(TFreshFile::OfBytes(dir.path() / ("F" + std::to_string(number)), texts.back()));
+    if (number == waited) writer.Let(true);
+  }
+  while (waited < 2000) wait_oldest();
+  EXPECT_EQ(Names(dir.path()).size(), 2000u);
+  EXPECT_EQ(dir.Read("F1999"), "text 1999");
+}
+
+TEST(BackgroundWriterTest, ItsEndShowsTheFilesLetAndGivesUpTheOthers) {
+  testing::TempDir dir;
   {
     TBackgroundWriter writer;
-    writer.Start([&finished](std::string&) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(20));
-      finished = true;
-      return true;
-    });
+    writer.Start(TFreshFile::OfBytes(dir.path() / "Let.txt", "let"));
+    writer.Start(TFreshFile::OfBytes(dir.path() / "NotLet.txt", "not let"));
+    writer.Let(true);
   }
-  EXPECT_TRUE(finished);
+  EXPECT_EQ(Names(dir.path()), std::vector<std::string>{"Let.txt"});
 }
 
 }  // namespace

@@ -9,6 +9,18 @@ namespace tsaw::creation {
 namespace fs = std::filesystem;
 namespace {
 
+// While a file's end is shown, with later files in flight, nothing is held.
+class TSettling {
+ public:
+  explicit TSettling(TRunContext& run) : run_(run) { run_.settling = true; }
+  ~TSettling() { run_.settling = false; }
+  TSettling(const TSettling&) = delete;
+  TSettling& operator=(const TSettling&) = delete;
+
+ private:
+  TRunContext& run_;
+};
+
 // What the run does after writing `file`: tells the listener, or reports why it failed.
 TFileOutcome Land(TRunContext& run, TFileInFlight& file, bool written, const std::string& error) {
   if (written && run.written) {
@@ -28,19 +40,11 @@ TFileOutcome Land(TRunContext& run, TFileInFlight& file, bool written, const std
   return TFileOutcome::Failed;
 }
 
-// SettleFileInFlight but for showing the held steps, which it leaves in `held`.
-bool EndFileInFlight(TRunContext& run, std::vector<THeldStep>& held) {
-  if (!run.in_flight) return true;
-  // Taken first, so that if the write threw, the exception leaves nothing in flight behind it.
-  const std::unique_ptr<TFileInFlight> file = std::move(run.in_flight);
-  held = std::exchange(run.held, {});
-  std::string error;
-  const bool written = run.writer->Wait(error);
-  // A stop reason set since belongs to the next file, which comes after this one's end.
-  std::string later_stop = std::exchange(run.stop_reason, {});
-  if (!CountFile(run, Land(run, *file, written, error))) return false;
-  run.stop_reason = std::move(later_stop);
-  return true;
+// The run stops before the files still in flight: none of them is ever seen, and what was held
+// after them is dropped.
+void GiveUpAll(TRunContext& run) {
+  run.writer->GiveUpRest();
+  run.in_flight.clear();
 }
 
 void Show(TRunContext& run, const std::vector<THeldStep>& held) {
@@ -53,37 +57,78 @@ void Show(TRunContext& run, const std::vector<THeldStep>& held) {
   }
 }
 
-// Ends the file in flight, hands `file` to the writer, and only then shows what was held, which
-// no pump point comes between: the writer need not wait for that.
-TFileOutcome Hand(TRunContext& run, TFileInFlight file) {
-  std::vector<THeldStep> held;
-  if (!EndFileInFlight(run, held)) return TFileOutcome::Aborted;
+// Ends the oldest file in flight as a run that waits would have right after writing it, lets the
+// next one be seen, and shows what was held after it. False when the run stops at its pump point;
+// the later files are then given up.
+bool EndOldest(TRunContext& run) {
+  std::string error;
+  bool written = false;
+  try {
+    written = run.writer->Wait(error);
+  } catch (...) {
+    run.in_flight.pop_front();
+    GiveUpAll(run);
+    throw;
+  }
+  TFileInFlight file = std::move(run.in_flight.front());
+  run.in_flight.pop_front();
+  // A stop reason set since belongs to a later file, which comes after this one's end.
+  std::string later_stop = std::exchange(run.stop_reason, {});
+  bool goes_on = false;
+  try {
+    const TSettling settling(run);
+    goes_on = CountFile(run, Land(run, file, written, error));
+  } catch (...) {
+    GiveUpAll(run);
+    throw;
+  }
+  if (!goes_on) {
+    GiveUpAll(run);
+    return false;
+  }
+  run.stop_reason = std::move(later_stop);
+  if (!run.in_flight.empty()) run.writer->Let(true);
+  Show(run, file.held);
+  return true;
+}
+
+// Hands `record` to the writer, which fills it unseen at once. It is let be seen when the file
+// before it has ended, or now if none is in flight. The files the writer is done with are ended
+// now, and the oldest is waited for while too many are in flight.
+TFileOutcome Hand(TRunContext& run, TFileInFlight record) {
   if (!run.writer) run.writer = std::make_unique<TBackgroundWriter>();
-  auto in_flight = std::make_unique<TFileInFlight>(std::move(file));
-  run.writer->Start([&file = *in_flight](std::string& error) {
-    // The Project Set folder is new, so its files are too.
-    if (file.copy) return CopyFileBytes(file.source, file.dest, &error, TPlacement::Fresh);
-    return WriteFileBytes(file.dest, file.bytes, &error, TPlacement::Fresh);
-  });
-  run.in_flight = std::move(in_flight);
-  Show(run, held);
+  while (run.in_flight.size() >= TBackgroundWriter::kMostFiles) {
+    if (!EndOldest(run)) return TFileOutcome::Aborted;
+  }
+  // The writer reads the bytes where they lie in the deque, which does not move its elements.
+  const TFileInFlight& file = run.in_flight.emplace_back(std::move(record));
+  try {
+    run.writer->Start(file.copy ? TFreshFile::CopyOf(file.source, file.dest) : TFreshFile::OfBytes(file.dest, file.bytes));
+  } catch (...) {
+    run.in_flight.pop_back();
+    throw;
+  }
+  if (run.in_flight.size() == 1) run.writer->Let(true);
+  while (!run.in_flight.empty() && run.writer->Done()) {
+    if (!EndOldest(run)) return TFileOutcome::Aborted;
+  }
   return TFileOutcome::InFlight;
 }
 
 }  // namespace
 
 TFileOutcome WriteBehind(TRunContext& run, const fs::path& dest, std::string bytes) {
-  return Hand(run, {{}, dest, std::move(bytes), false});
+  return Hand(run, {{}, dest, std::move(bytes), false, {}});
 }
 
 TFileOutcome CopyBehind(TRunContext& run, const fs::path& source, const fs::path& dest) {
-  return Hand(run, {source, dest, {}, true});
+  return Hand(run, {source, dest, {}, true, {}});
 }
 
 bool SettleFileInFlight(TRunContext& run) {
-  std::vector<THeldStep> held;
-  if (!EndFileInFlight(run, held)) return false;
-  Show(run, held);
+  while (!run.in_flight.empty()) {
+    if (!EndOldest(run)) return false;
+  }
   return true;
 }
 

@@ -1,9 +1,12 @@
 #pragma once
-// Writing behind the run: a file is handed to the background writer, and the run reads and
-// expands the next one while the kernel makes it. What the user sees keeps the order of a run
-// that waits for each write: until the file in flight is settled, the next file's report lines
-// and gauge steps are held, and the run neither counts, pumps, nor writes anything else. So at
-// every pump point the report, the counters and the folder are what they would be without it.
+// Writing behind the run: each file is handed to the background writer as soon as its bytes are
+// ready, and the run reads and expands the next files while the kernel makes it. What the user
+// sees keeps the order of a run that waits for each write: the files are ended one by one in
+// order, each with its ERROR line or its telling, its count and its pump point, and only after
+// that pump point may the next file be seen in the folder; until then the report lines and gauge
+// steps made after a file was handed are held. So at every pump point the report, the counters
+// and the folder are what they would be without writing behind, and a run stopped there leaves
+// none of the later files.
 
 #include <filesystem>
 #include <string>
@@ -13,16 +16,18 @@
 
 namespace tsaw::creation {
 
-// Settles the file in flight, then hands the writing of `bytes` into the new file `dest` to the
-// background writer: InFlight, or Aborted (nothing handed) when the run stops at the settling.
+// Hands the writing of `bytes` into the new file `dest` to the background writer, ending the
+// files in flight that it is done with (and the oldest, while too many are in flight): InFlight,
+// or Aborted when the run stops at one of their pump points (nothing is then written).
 TFileOutcome WriteBehind(TRunContext& run, const std::filesystem::path& dest, std::string bytes);
 // The same for copying `source` into the new file `dest`.
 TFileOutcome CopyBehind(TRunContext& run, const std::filesystem::path& source, const std::filesystem::path& dest);
 
-// Waits for the file in flight, if any, and ends it as a run that waits would have right after
-// the write: its ERROR line or the listener told, its count, the counters and the pump point.
-// Then the held steps are shown. False when the run stops at that pump point: the held steps,
-// and a stop reason set since, are dropped, as the next file would not have been begun.
+// Waits for each file in flight, oldest first, and ends it as a run that waits would have right
+// after the write: its ERROR line or the listener told, its count, the counters and the pump
+// point; then the steps held after it are shown. False when the run stops at a pump point: the
+// later files are never seen, and the steps held after them, and a stop reason set since, are
+// dropped, as those files would not have been begun.
 bool SettleFileInFlight(TRunContext& run);
 
 // The end of one file: counted as processed or failed, the counters shown, and the pump point.

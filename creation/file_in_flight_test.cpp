@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <string>
+#include <vector>
 
 #include "creation/creation_run.h"
 #include "creation/creation_run_test_support.h"
@@ -34,10 +36,13 @@ int FilesBegun(const std::vector<std::string>& lines) {
   }));
 }
 
-// Adds files to the demo, so that several lie in one folder and follow each other in flight.
+// Adds files to the demo, so that several lie in one folder and follow each other in flight, in
+// one folder more of them than may be in flight at once.
 void AddFiles(DemoSetup& setup) {
-  for (const char* name : {"A1.txt", "A2.pas", "A3.bin", "A4.txt", "Common/B1.txt", "Common/B2.bin"}) {
-    setup.dir.Write(kTemplate + std::string(name), "unit vrProjects_Prefix_x; // #Product.Name#\n");
+  std::vector<std::string> names = {"A1.txt", "A2.pas", "A3.bin", "A4.txt", "Common/B1.txt", "Common/B2.bin"};
+  for (int i = 10; i < 30; ++i) names.push_back("Many/M" + std::to_string(i) + (i % 3 == 0 ? ".bin" : ".txt"));
+  for (const std::string& name : names) {
+    setup.dir.Write(kTemplate + name, "unit vrProjects_Prefix_x; // #Product.Name#\n");
   }
 }
 
@@ -55,8 +60,8 @@ TEST(FileInFlightTest, AtEveryPumpPointTheFolderHoldsTheFilesCountedAndTheReport
     ++checked;
   };
   ASSERT_EQ(run.Start(), TRunOutcome::Finished);
-  EXPECT_EQ(run.Counters().FilesProcessed, 16);
-  EXPECT_GT(checked, 16);
+  EXPECT_EQ(run.Counters().FilesProcessed, 36);
+  EXPECT_GT(checked, 36);
 }
 
 // The run's report with its temporary folder written as "<dir>", so that runs in different
@@ -120,7 +125,7 @@ TEST(FileInFlightTest, AFileThatCannotBeSavedIsReportedInItsPlaceAndTheRunGoesOn
   TCreationRun run(setup.wizard, setup.Services(), setup.observer);
   ASSERT_EQ(run.Start(), TRunOutcome::Finished);
   EXPECT_EQ(run.Counters().FilesFailed, 1);
-  EXPECT_EQ(run.Counters().FilesProcessed, 16);
+  EXPECT_EQ(run.Counters().FilesProcessed, 36);
   const std::vector<std::string> report = ReportOf(run, setup);
   const auto error = std::find_if(report.begin(), report.end(), [](const std::string& line) {
     return line.rfind("      ERROR: File could not be saved: ", 0) == 0;

@@ -3,6 +3,7 @@
 // only inside creation/.
 
 #include <cstdint>
+#include <deque>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -20,18 +21,19 @@
 
 namespace tsaw::creation {
 
+// A report line, or a step of the gauge, that the run made while a file was in flight.
+struct THeldStep {
+  bool gauge = false;
+  std::string line;
+};
+
 // A file handed to the background writer whose end the run has not settled yet.
 struct TFileInFlight {
   std::filesystem::path source;  // the template file, for a copy
   std::filesystem::path dest;
   std::string bytes;  // an expanded file's text as written; a copy's bytes stay in the kernel
   bool copy = false;
-};
-
-// A report line, or a step of the gauge, that the run made while a file was in flight.
-struct THeldStep {
-  bool gauge = false;
-  std::string line;
+  std::vector<THeldStep> held;  // what the run made after handing this file over
 };
 
 struct TRunContext {
@@ -65,15 +67,16 @@ struct TRunContext {
   std::filesystem::path template_folder;  // the selected template, no trailing separator
   std::filesystem::path project_set;      // the Project Set folder, no trailing separator
 
-  // While a file is in flight the run goes on with the next one, but what it would show of that
-  // one is held until the file in flight is settled (see file_in_flight.h).
-  std::unique_ptr<TFileInFlight> in_flight;  // on the heap: the writer reads it where it lies
-  std::vector<THeldStep> held;
+  // While files are in flight the run goes on with the next ones, but what it would show of them
+  // is held until the files before are settled (see file_in_flight.h).
+  std::deque<TFileInFlight> in_flight;  // oldest first; a deque keeps each where it lies
+  bool settling = false;                // a file's end is being shown: nothing is held
   std::unique_ptr<TBackgroundWriter> writer;  // last, so that it ends before what it reads
 
+  bool Holding() const { return !in_flight.empty() && !settling; }
   void Report(const std::string& line = {}) {
-    if (in_flight) {
-      held.push_back({false, line});
+    if (Holding()) {
+      in_flight.back().held.push_back({false, line});
       return;
     }
     ShowLine(line);
@@ -90,8 +93,8 @@ struct TRunContext {
     observer.GaugeChanged(max, position);
   }
   void AdvanceGauge() {
-    if (in_flight) {
-      held.push_back({true, {}});
+    if (Holding()) {
+      in_flight.back().held.push_back({true, {}});
       return;
     }
     ShowGaugeStep();

@@ -12,6 +12,7 @@
 #include <random>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace tsaw {
 namespace {
@@ -26,6 +27,8 @@ class FileDescriptor {
   FileDescriptor& operator=(const FileDescriptor&) = delete;
   ~FileDescriptor() { Close(); }
   int get() const { return fd_; }
+  // Gives up the descriptor without closing it.
+  int Release() { return std::exchange(fd_, -1); }
   // The result of close(2), which may be the first to report a full disk.
   int Close() {
     const int result = fd_ >= 0 ? ::close(fd_) : 0;
@@ -123,6 +126,17 @@ bool CopyInKernel(int in, int out, std::string& reason, bool& copied) {
   }
 }
 
+// Copies the rest of `in` to `out`: inside the kernel where it can, through memory otherwise.
+bool CopyAll(int in, int out, std::string& reason) {
+  bool copied = false;
+  if (CopyInKernel(in, out, reason, copied)) return true;
+  // Where the kernel cannot copy between these files, the bytes go through memory.
+  if (copied) return false;
+  return ReadAll(in, [&](const char* data, size_t size) {
+    return WriteAll(out, std::string_view(data, size), reason);
+  }, reason);
+}
+
 // Puts `fd` back at its start; false with `reason` set when it cannot be.
 bool Rewind(int fd, std::string& reason) {
   if (::lseek(fd, 0, SEEK_SET) == 0) return true;
@@ -196,24 +210,6 @@ bool NameUnnamed(int fd, const std::filesystem::path& path) {
   return ::linkat(AT_FDCWD, self.data(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
 }
 
-// How writing a file without a name went.
-enum class TUnnamed { Written, Failed, Unavailable };
-
-// Writes what `fill` produces into a file with no name in `path`'s folder and then names it
-// `path`: the name holds all of the bytes or none, with no temporary name to rename. Unavailable,
-// with `path` untouched, when the file system has no such files or `path` is taken.
-TUnnamed WriteUnnamed(const std::filesystem::path& path, mode_t mode, const TFill& fill, std::string& reason) {
-  const std::string folder = path.has_parent_path() ? path.parent_path().string() : ".";
-  FileDescriptor fd(::open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode));
-  if (fd.get() < 0) return TUnnamed::Unavailable;
-  if (!GiveMode(fd.get(), mode, reason) || !fill(fd.get(), reason)) return TUnnamed::Failed;
-  if (!NameUnnamed(fd.get(), path)) return TUnnamed::Unavailable;
-  if (fd.Close() == 0) return TUnnamed::Written;
-  reason = SystemReason(errno);
-  ::unlink(path.c_str());
-  return TUnnamed::Failed;
-}
-
 // Reads the `expected` bytes fstat announced straight into `bytes`; false with `reason` set on a
 // read error or when the bound is passed.
 bool ReadAllInto(int fd, size_t expected, std::string& bytes, std::string& reason) {
@@ -279,43 +275,110 @@ bool WriteFileFrom(const std::filesystem::path& path, const TByteSource& source,
 
 bool WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, std::string* error,
                     TPlacement placement) {
-  std::string reason;
-  const auto fill = [bytes](int fd, std::string& fill_reason) { return WriteAll(fd, bytes, fill_reason); };
-  const TUnnamed fresh =
-      placement == TPlacement::Fresh ? WriteUnnamed(path, NewFileMode(), fill, reason) : TUnnamed::Unavailable;
-  if (fresh == TUnnamed::Written) return true;
-  if (fresh == TUnnamed::Unavailable) {
-    return WriteFileFrom(path, [bytes](const TByteSink& write, std::string&) { return write(bytes); }, error);
-  }
-  if (error) *error = "Cannot write \"" + path.string() + "\": " + reason;
-  return false;
+  if (placement == TPlacement::Fresh) return TFreshFile::OfBytes(path, bytes).Show(error);
+  return WriteFileFrom(path, [bytes](const TByteSink& write, std::string&) { return write(bytes); }, error);
 }
 
 bool CopyFileBytes(const std::filesystem::path& source, const std::filesystem::path& dest, std::string* error,
                    TPlacement placement) {
+  if (placement == TPlacement::Fresh) return TFreshFile::CopyOf(source, dest).Show(error);
   std::string reason;
   struct stat status {};
-  FileDescriptor in = OpenRegular(source, status, reason);
-  if (in.get() >= 0) {
-    const TFill fill = [&](int fd, std::string& fill_reason) {
-      bool copied = false;
-      if (CopyInKernel(in.get(), fd, fill_reason, copied)) return true;
-      // Where the kernel cannot copy between these files, the bytes go through memory.
-      if (copied) return false;
-      return ReadAll(in.get(), [&](const char* data, size_t size) {
-        return WriteAll(fd, std::string_view(data, size), fill_reason);
-      }, fill_reason);
-    };
-    const mode_t mode = status.st_mode & 0777;
-    const TUnnamed fresh = placement == TPlacement::Fresh ? WriteUnnamed(dest, mode, fill, reason) : TUnnamed::Unavailable;
-    if (fresh == TUnnamed::Written) return true;
-    // An unnamed file that could not be named may have taken some of the source already.
-    if (fresh == TUnnamed::Unavailable && (placement == TPlacement::Replace || Rewind(in.get(), reason)) &&
-        WriteBeside(dest, mode, fill, reason)) {
-      return true;
-    }
-  }
+  const FileDescriptor in = OpenRegular(source, status, reason);
+  const auto fill = [&in](int fd, std::string& fill_reason) { return CopyAll(in.get(), fd, fill_reason); };
+  if (in.get() >= 0 && WriteBeside(dest, status.st_mode & 0777, fill, reason)) return true;
   if (error) *error = "Cannot copy \"" + source.string() + "\" to \"" + dest.string() + "\": " + reason;
+  return false;
+}
+
+TFreshFile TFreshFile::OfBytes(std::filesystem::path path, std::string_view bytes) {
+  TFreshFile file;
+  file.path_ = std::move(path);
+  file.bytes_ = bytes;
+  file.mode_ = NewFileMode();
+  return file;
+}
+
+TFreshFile TFreshFile::CopyOf(std::filesystem::path source, std::filesystem::path path) {
+  TFreshFile file;
+  file.source_ = std::move(source);
+  file.path_ = std::move(path);
+  file.copy_ = true;
+  return file;
+}
+
+TFreshFile::TFreshFile(TFreshFile&& other) noexcept
+    : source_(std::move(other.source_)),
+      path_(std::move(other.path_)),
+      bytes_(other.bytes_),
+      copy_(other.copy_),
+      mode_(other.mode_),
+      in_(std::exchange(other.in_, -1)),
+      out_(std::exchange(other.out_, -1)),
+      state_(other.state_),
+      reason_(std::move(other.reason_)) {}
+
+TFreshFile::~TFreshFile() {
+  if (in_ >= 0) ::close(in_);
+  if (out_ >= 0) ::close(out_);
+}
+
+void TFreshFile::Fill() {
+  if (state_ != TState::New) return;
+  state_ = TState::Failed;
+  if (copy_) {
+    struct stat status {};
+    FileDescriptor in = OpenRegular(source_, status, reason_);
+    if (in.get() < 0) return;
+    mode_ = status.st_mode & 0777;
+    in_ = in.Release();
+  }
+  const std::string folder = path_.has_parent_path() ? path_.parent_path().string() : ".";
+  FileDescriptor out(::open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode_));
+  if (out.get() < 0) {
+    state_ = TState::NoUnnamedFile;
+    return;
+  }
+  if (!GiveMode(out.get(), mode_, reason_) || !FillInto(out.get(), reason_)) return;
+  out_ = out.Release();
+  state_ = TState::Filled;
+}
+
+bool TFreshFile::Show(std::string* error) {
+  Fill();
+  if (state_ == TState::Failed) return Fail(error);
+  if (state_ == TState::Filled) {
+    FileDescriptor out(std::exchange(out_, -1));
+    // The name holds all of the bytes or none, with no temporary name to rename.
+    if (NameUnnamed(out.get(), path_)) {
+      if (out.Close() == 0) return true;
+      reason_ = SystemReason(errno);
+      ::unlink(path_.c_str());
+      return Fail(error);
+    }
+    // The name is taken, or the system cannot name the file: a temporary name instead.
+  }
+  return ShowBeside(error);
+}
+
+bool TFreshFile::ShowBeside(std::string* error) {
+  if (!copy_) {
+    return WriteFileFrom(path_, [this](const TByteSink& write, std::string&) { return write(bytes_); }, error);
+  }
+  // An unnamed file that could not be named may have taken some of the source already.
+  const auto fill = [this](int fd, std::string& reason) { return FillInto(fd, reason); };
+  if (Rewind(in_, reason_) && WriteBeside(path_, mode_, fill, reason_)) return true;
+  return Fail(error);
+}
+
+bool TFreshFile::FillInto(int fd, std::string& reason) {
+  return copy_ ? CopyAll(in_, fd, reason) : WriteAll(fd, bytes_, reason);
+}
+
+bool TFreshFile::Fail(std::string* error) const {
+  if (!error) return false;
+  *error = copy_ ? "Cannot copy \"" + source_.string() + "\" to \"" + path_.string() + "\": " + reason_
+                 : "Cannot write \"" + path_.string() + "\": " + reason_;
   return false;
 }
 

@@ -36,6 +36,45 @@ enum class TPlacement {
 bool WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, std::string* error = nullptr,
                     TPlacement placement = TPlacement::Replace);
 
+// A new file written in two steps, which may run apart (later, or on another thread): Fill does
+// what no one can see, filling a file with no name in the destination's folder; Show names it,
+// and only then is it seen. Together they do what WriteFileBytes and CopyFileBytes do with
+// TPlacement::Fresh, with the same errors. A file filled and never shown vanishes with this
+// object.
+class TFreshFile {
+ public:
+  // Writes `bytes`, which must stay as they are until Show.
+  static TFreshFile OfBytes(std::filesystem::path path, std::string_view bytes);
+  // Copies the regular file `source`, with its permissions.
+  static TFreshFile CopyOf(std::filesystem::path source, std::filesystem::path path);
+  TFreshFile(TFreshFile&& other) noexcept;
+  TFreshFile& operator=(TFreshFile&&) = delete;
+  ~TFreshFile();
+
+  // Once; a failure is kept for Show to report.
+  void Fill();
+  // Fills the file first if Fill was not called. False (with `error` set, when given, naming the
+  // file and the reason) on failure, and `path` is then as it was.
+  bool Show(std::string* error = nullptr);
+
+ private:
+  TFreshFile() = default;
+  bool FillInto(int fd, std::string& reason);
+  bool ShowBeside(std::string* error);
+  bool Fail(std::string* error) const;
+
+  enum class TState { New, Filled, Failed, NoUnnamedFile };
+  std::filesystem::path source_;  // for a copy
+  std::filesystem::path path_;
+  std::string_view bytes_;        // for bytes
+  bool copy_ = false;
+  unsigned mode_ = 0;
+  int in_ = -1;   // the source, open
+  int out_ = -1;  // the unnamed file, filled
+  TState state_ = TState::New;
+  std::string reason_;
+};
+
 // Takes bytes to write; false when they could not be written.
 using TByteSink = std::function<bool(std::string_view bytes)>;
 // Hands the bytes of a file to the sink, in order; false to give up, with `reason` set unless the

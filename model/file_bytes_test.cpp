@@ -126,6 +126,39 @@ TEST(FileBytesTest, ASourceThatGivesUpHalfWayLeavesTheOldFile) {
   EXPECT_EQ(dir.Read("Report.txt"), "new, whole");
 }
 
+// Filled, a fresh file is in no folder listing; shown, it is there whole; never shown, it is gone.
+TEST(FileBytesTest, AFreshFileIsSeenOnlyOnceShown) {
+  testing::TempDir dir;
+  const fs::path source = dir.Write("source.bin", std::string("\x00\x01bin", 5));
+  const auto names = [&dir] {
+    std::vector<std::string> found;
+    for (const auto& entry : fs::directory_iterator(dir.path())) found.push_back(entry.path().filename().string());
+    std::sort(found.begin(), found.end());
+    return found;
+  };
+  const std::string text = "unit Fresh;";
+  TFreshFile written = TFreshFile::OfBytes(dir.path() / "Fresh.pas", text);
+  TFreshFile copied = TFreshFile::CopyOf(source, dir.path() / "copy.bin");
+  {
+    TFreshFile dropped = TFreshFile::OfBytes(dir.path() / "Dropped.pas", text);
+    written.Fill();
+    copied.Fill();
+    dropped.Fill();
+    EXPECT_EQ(names(), std::vector<std::string>{"source.bin"});
+  }
+  ASSERT_TRUE(written.Show());
+  ASSERT_TRUE(copied.Show());
+  EXPECT_EQ(names(), (std::vector<std::string>{"Fresh.pas", "copy.bin", "source.bin"}));
+  EXPECT_EQ(dir.Read("Fresh.pas"), text);
+  EXPECT_EQ(dir.Read("copy.bin"), std::string("\x00\x01bin", 5));
+
+  // A copy whose source is not a regular file fails when shown, with the copy's message.
+  std::string error;
+  EXPECT_FALSE(TFreshFile::CopyOf(dir.path(), dir.path() / "folder copy").Show(&error));
+  EXPECT_EQ(error, "Cannot copy \"" + dir.path().string() + "\" to \"" + (dir.path() / "folder copy").string() +
+                       "\": it is a folder");
+}
+
 // A fresh file appears whole under its name, with no temporary name beside it; a name already
 // taken is replaced as ever, and a file that cannot be written whole leaves no trace.
 TEST(FileBytesTest, AFreshFileAppearsWholeOrNotAtAll) {
