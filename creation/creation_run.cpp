@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "creation/file_in_flight.h"
 #include "creation/kept_answers.h"
 #include "creation/report.h"
 #include "creation/run_context.h"
@@ -92,6 +93,7 @@ TRunOutcome TCreationRun::Start(bool dry_run) {
   run.stop_reason.clear();
   run.counters = {};
   run.dry_run = run.refused = false;
+  run.write_behind = WritesBehind(services_.Cores, run.written ? run.written->BusyThreads() : 0);
   run.moved_to_trash.clear();
   run.planned_files.clear();
   TRunOutcome outcome = TRunOutcome::Failed;

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "creation/dci.h"
@@ -30,6 +31,9 @@ struct TRunServices {
   std::function<void(TWizard&)> SetFixedVariables;
   // Guarded besides the wizard folder and the template: the Project Set folder may not be or hold it.
   std::filesystem::path Home;
+  // The processors the run may use: files are written behind the run only when one is free for
+  // it (see file_in_flight.h).
+  unsigned Cores = std::thread::hardware_concurrency();
 };
 
 // The Project Set folder the answers name: "#Output.BaseFolder#/#Product.Name#" expanded, either

@@ -115,15 +115,27 @@ TFileOutcome Hand(TRunContext& run, TFileInFlight record) {
   return TFileOutcome::InFlight;
 }
 
+// Without a writer: the file is written here and now.
+TFileOutcome WriteNow(TRunContext& run, TFileInFlight file) {
+  TFreshFile fresh = file.copy ? TFreshFile::CopyOf(file.source, file.dest) : TFreshFile::OfBytes(file.dest, file.bytes);
+  std::string error;
+  const bool written = fresh.Show(&error);
+  return Land(run, file, written, error);
+}
+
 }  // namespace
 
 TFileOutcome WriteBehind(TRunContext& run, const fs::path& dest, std::string bytes) {
-  return Hand(run, {{}, dest, std::move(bytes), false, {}});
+  TFileInFlight file{{}, dest, std::move(bytes), false, {}};
+  return run.write_behind ? Hand(run, std::move(file)) : WriteNow(run, std::move(file));
 }
 
 TFileOutcome CopyBehind(TRunContext& run, const fs::path& source, const fs::path& dest) {
-  return Hand(run, {source, dest, {}, true, {}});
+  TFileInFlight file{source, dest, {}, true, {}};
+  return run.write_behind ? Hand(run, std::move(file)) : WriteNow(run, std::move(file));
 }
+
+bool WritesBehind(unsigned cores, unsigned listener_threads) { return cores >= 2 + listener_threads; }
 
 bool SettleFileInFlight(TRunContext& run) {
   while (!run.in_flight.empty()) {

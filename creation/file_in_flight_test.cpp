@@ -46,10 +46,21 @@ void AddFiles(DemoSetup& setup) {
   }
 }
 
-TEST(FileInFlightTest, AtEveryPumpPointTheFolderHoldsTheFilesCountedAndTheReportNoFileAhead) {
+// Each case runs with files written behind the run (four cores) and with each file written
+// before the next is begun (one core): both must show the same.
+class FileInFlightTest : public ::testing::TestWithParam<unsigned> {
+ protected:
+  TRunServices Services(DemoSetup& setup) const {
+    TRunServices services = setup.Services();
+    services.Cores = GetParam();
+    return services;
+  }
+};
+
+TEST_P(FileInFlightTest, AtEveryPumpPointTheFolderHoldsTheFilesCountedAndTheReportNoFileAhead) {
   DemoSetup setup;
   AddFiles(setup);
-  TCreationRun run(setup.wizard, setup.Services(), setup.observer);
+  TCreationRun run(setup.wizard, Services(setup), setup.observer);
   int checked = 0;
   setup.observer.on_pump = [&](const std::string& task) {
     if (task != "processing files and folders...") return;
@@ -82,10 +93,12 @@ struct TAbortedRun {
   TCounters counters;
   int files_on_disk;
 };
-TAbortedRun AbortAt(int abort_at) {
+TAbortedRun AbortAt(int abort_at, unsigned cores) {
   DemoSetup setup;
   AddFiles(setup);
-  TCreationRun run(setup.wizard, setup.Services(), setup.observer);
+  TRunServices services = setup.Services();
+  services.Cores = cores;
+  TCreationRun run(setup.wizard, services, setup.observer);
   int pumps = 0;
   setup.observer.on_pump = [&](const std::string& task) {
     if (task == "processing files and folders..." && ++pumps == abort_at) run.Abort();
@@ -94,17 +107,17 @@ TAbortedRun AbortAt(int abort_at) {
   return {outcome, ReportOf(run, setup), run.Counters(), FilesBelow(setup.Out())};
 }
 
-TEST(FileInFlightTest, AnAbortAtAnyPumpPointLeavesTheFilesCountedAndTheFinishedRunsReportUpToThere) {
+TEST_P(FileInFlightTest, AnAbortAtAnyPumpPointLeavesTheFilesCountedAndTheFinishedRunsReportUpToThere) {
   DemoSetup setup;
   AddFiles(setup);
-  TCreationRun run(setup.wizard, setup.Services(), setup.observer);
+  TCreationRun run(setup.wizard, Services(setup), setup.observer);
   int processing_pumps = 0;
   setup.observer.on_pump = [&](const std::string& task) { processing_pumps += task == "processing files and folders..."; };
   ASSERT_EQ(run.Start(), TRunOutcome::Finished);
   const std::vector<std::string> finished = ReportOf(run, setup);
 
   for (int abort_at = 1; abort_at <= processing_pumps; ++abort_at) {
-    const TAbortedRun aborted = AbortAt(abort_at);
+    const TAbortedRun aborted = AbortAt(abort_at, GetParam());
     ASSERT_EQ(aborted.outcome, TRunOutcome::Aborted) << "abort at " << abort_at;
     EXPECT_EQ(aborted.files_on_disk, aborted.counters.FilesProcessed) << "abort at " << abort_at;
     const auto end = std::find(aborted.report.begin(), aborted.report.end(), "Process aborted!");
@@ -116,13 +129,13 @@ TEST(FileInFlightTest, AnAbortAtAnyPumpPointLeavesTheFilesCountedAndTheFinishedR
   }
 }
 
-TEST(FileInFlightTest, AFileThatCannotBeSavedIsReportedInItsPlaceAndTheRunGoesOn) {
+TEST_P(FileInFlightTest, AFileThatCannotBeSavedIsReportedInItsPlaceAndTheRunGoesOn) {
   DemoSetup setup;
   AddFiles(setup);
   // A name longer than the file system allows: the write itself fails, even for root.
   setup.SetVariable(viCompanyName, std::string(300, 'c'));
   setup.dir.Write(kTemplate + std::string("A3#Company.Name#.txt"), "too long\n");
-  TCreationRun run(setup.wizard, setup.Services(), setup.observer);
+  TCreationRun run(setup.wizard, Services(setup), setup.observer);
   ASSERT_EQ(run.Start(), TRunOutcome::Finished);
   EXPECT_EQ(run.Counters().FilesFailed, 1);
   EXPECT_EQ(run.Counters().FilesProcessed, 36);
@@ -154,9 +167,9 @@ struct TBrokenAfterA4 {
   DemoSetup setup;
 };
 
-TEST(FileInFlightTest, AnErrorInTheNextFileComesAfterTheFileInFlightIsCounted) {
+TEST_P(FileInFlightTest, AnErrorInTheNextFileComesAfterTheFileInFlightIsCounted) {
   TBrokenAfterA4 broken;
-  TCreationRun run(broken.setup.wizard, broken.setup.Services(), broken.setup.observer);
+  TCreationRun run(broken.setup.wizard, Services(broken.setup), broken.setup.observer);
   ASSERT_EQ(run.Start(), TRunOutcome::Failed);
   EXPECT_TRUE(broken.A4Written());
   EXPECT_EQ(run.Counters().FilesProcessed, 4);
@@ -169,9 +182,9 @@ TEST(FileInFlightTest, AnErrorInTheNextFileComesAfterTheFileInFlightIsCounted) {
   EXPECT_EQ((a5 + 3)->rfind("TSA EXCEPTION at ", 0), 0u) << *(a5 + 3);
 }
 
-TEST(FileInFlightTest, AnAbortAfterTheFileInFlightComesBeforeTheNextFilesError) {
+TEST_P(FileInFlightTest, AnAbortAfterTheFileInFlightComesBeforeTheNextFilesError) {
   TBrokenAfterA4 broken;
-  TCreationRun run(broken.setup.wizard, broken.setup.Services(), broken.setup.observer);
+  TCreationRun run(broken.setup.wizard, Services(broken.setup), broken.setup.observer);
   broken.setup.observer.on_pump = [&](const std::string&) {
     if (broken.A4Written()) run.Abort();
   };
@@ -184,17 +197,17 @@ TEST(FileInFlightTest, AnAbortAfterTheFileInFlightComesBeforeTheNextFilesError) 
   }
 }
 
-TEST(FileInFlightTest, ABoundBrokenByTheNextFileStopsTheRunOnlyIfTheFileInFlightLetsItGoOn) {
+TEST_P(FileInFlightTest, ABoundBrokenByTheNextFileStopsTheRunOnlyIfTheFileInFlightLetsItGoOn) {
   {
     TBrokenAfterA4 broken(true);
-    TCreationRun run(broken.setup.wizard, broken.setup.Services(), broken.setup.observer);
+    TCreationRun run(broken.setup.wizard, Services(broken.setup), broken.setup.observer);
     ASSERT_EQ(run.Start(), TRunOutcome::Stopped);
     EXPECT_EQ(run.Counters().FilesProcessed, 4);
     EXPECT_EQ(run.Counters().FilesFailed, 1);
     EXPECT_NE(run.StopReason().find("A5.txt' exceeds"), std::string::npos) << run.StopReason();
   }
   TBrokenAfterA4 broken(true);
-  TCreationRun run(broken.setup.wizard, broken.setup.Services(), broken.setup.observer);
+  TCreationRun run(broken.setup.wizard, Services(broken.setup), broken.setup.observer);
   broken.setup.observer.on_pump = [&](const std::string&) {
     if (broken.A4Written()) run.Abort();
   };
@@ -203,6 +216,10 @@ TEST(FileInFlightTest, ABoundBrokenByTheNextFileStopsTheRunOnlyIfTheFileInFlight
   EXPECT_EQ(run.Counters().FilesFailed, 0);
   EXPECT_EQ(run.StopReason(), "");
 }
+
+INSTANTIATE_TEST_SUITE_P(Cores, FileInFlightTest, ::testing::Values(1u, 4u), [](const auto& info) {
+  return info.param == 1 ? std::string("WrittenBeforeTheNext") : std::string("WrittenBehind");
+});
 
 }  // namespace
 }  // namespace tsaw::creation

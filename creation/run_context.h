@@ -69,6 +69,7 @@ struct TRunContext {
 
   // While files are in flight the run goes on with the next ones, but what it would show of them
   // is held until the files before are settled (see file_in_flight.h).
+  bool write_behind = true;             // or each file is written before the next is begun
   std::deque<TFileInFlight> in_flight;  // oldest first; a deque keeps each where it lies
   bool settling = false;                // a file's end is being shown: nothing is held
   std::unique_ptr<TBackgroundWriter> writer;  // last, so that it ends before what it reads

@@ -145,8 +145,8 @@ bool Scan_More(TRunContext& run, const fs::path& source, TLevel level, bool in_t
     try {
       if (!WalkEntry(run, source, entry, level, in_target, dest_folder)) return false;
     } catch (...) {
-      // The file in flight ended before the error came; if the run stopped there, the error
-      // never happened.
+      // The files in flight ended before the error came; if the run stopped at one of them,
+      // the error never happened.
       if (!SettleFileInFlight(run)) return false;
       throw;
     }

@@ -25,6 +25,9 @@ class TWrittenFiles {
   virtual void Written(const std::filesystem::path& file, std::string bytes) = 0;
   // `file` now holds a copy the kernel made, whose bytes the run never had in memory.
   virtual void Copied(const std::filesystem::path& file) = 0;
+  // How many threads of its own the listener keeps busy while the run goes on: they need cores
+  // as much as the run's writer does.
+  virtual unsigned BusyThreads() const { return 0; }
 };
 
 }  // namespace tsaw::creation

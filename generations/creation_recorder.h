@@ -35,6 +35,8 @@ class TCreationRecorder final : public creation::TWrittenFiles {
   void Started(const std::filesystem::path& folder) override;
   void Written(const std::filesystem::path& file, std::string bytes) override;
   void Copied(const std::filesystem::path& file) override;
+  // The helper that hashes and packs the files.
+  unsigned BusyThreads() const override { return 1; }
 
   // After a finished run: records what it wrote as the newest generation, with the answers as
   // they stand; the undo record of an earlier update is dropped, the old folder having gone to
