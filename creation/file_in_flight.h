@@ -18,7 +18,8 @@ namespace tsaw::creation {
 
 // Hands the writing of `bytes` into the new file `dest` to the background writer, ending the
 // files in flight that it is done with (and the oldest, while too many are in flight): InFlight,
-// or Aborted when the run stops at one of their pump points (nothing is then written).
+// or Aborted when the run stops at one of their pump points (nothing is then written). A run
+// that does not write behind writes the file here: Processed, or Failed with its ERROR line.
 TFileOutcome WriteBehind(TRunContext& run, const std::filesystem::path& dest, std::string bytes);
 // The same for copying `source` into the new file `dest`.
 TFileOutcome CopyBehind(TRunContext& run, const std::filesystem::path& source, const std::filesystem::path& dest);

@@ -97,15 +97,15 @@ bool WriteAll(int fd, std::string_view bytes, std::string& reason) {
   return true;
 }
 
-// The process's umask, asked once: reading it means setting it, twice over.
-mode_t ProcessUmask() {
-  static const mode_t mask = [] {
-    const mode_t asked = ::umask(0);
-    ::umask(asked);
-    return asked;
-  }();
-  return mask;
-}
+// The process's umask, asked once while the program starts: reading it means setting it, twice
+// over, and a file or folder another thread made in between would get the wrong permissions.
+const mode_t kProcessUmask = [] {
+  const mode_t asked = ::umask(0);
+  ::umask(asked);
+  return asked;
+}();
+
+mode_t ProcessUmask() { return kProcessUmask; }
 
 mode_t NewFileMode() { return 0666 & ~ProcessUmask(); }
 
