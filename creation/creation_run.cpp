@@ -93,7 +93,10 @@ TRunOutcome TCreationRun::Start(bool dry_run) {
   run.stop_reason.clear();
   run.counters = {};
   run.dry_run = run.refused = false;
-  run.write_behind = WritesBehind(services_.Cores, run.written ? run.written->BusyThreads() : 0);
+  // With the debug log on, each file is written before the next is begun, so that its routine
+  // lines keep their order.
+  run.write_behind =
+      !platform::DebugEnabled() && WritesBehind(services_.Cores, run.written ? run.written->BusyThreads() : 0);
   run.moved_to_trash.clear();
   run.planned_files.clear();
   TRunOutcome outcome = TRunOutcome::Failed;

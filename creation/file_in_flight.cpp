@@ -57,25 +57,24 @@ void Show(TRunContext& run, const std::vector<THeldStep>& held) {
   }
 }
 
+TFreshFile FreshFileOf(const TFileInFlight& file) {
+  return file.copy ? TFreshFile::CopyOf(file.source, file.dest) : TFreshFile::OfBytes(file.dest, file.bytes);
+}
+
 // Ends the oldest file in flight as a run that waits would have right after writing it, lets the
 // next one be seen, and shows what was held after it. False when the run stops at its pump point;
 // the later files are then given up.
 bool EndOldest(TRunContext& run) {
-  std::string error;
-  bool written = false;
-  try {
-    written = run.writer->Wait(error);
-  } catch (...) {
-    run.in_flight.pop_front();
-    GiveUpAll(run);
-    throw;
-  }
-  TFileInFlight file = std::move(run.in_flight.front());
-  run.in_flight.pop_front();
-  // A stop reason set since belongs to a later file, which comes after this one's end.
-  std::string later_stop = std::exchange(run.stop_reason, {});
+  TFileInFlight file;
+  std::string later_stop;
   bool goes_on = false;
   try {
+    std::string error;
+    const bool written = run.writer->Wait(error);
+    file = std::move(run.in_flight.front());
+    run.in_flight.pop_front();
+    // A stop reason set since belongs to a later file, which comes after this one's end.
+    later_stop = std::exchange(run.stop_reason, {});
     const TSettling settling(run);
     goes_on = CountFile(run, Land(run, file, written, error));
   } catch (...) {
@@ -103,7 +102,7 @@ TFileOutcome Hand(TRunContext& run, TFileInFlight record) {
   // The writer reads the bytes where they lie in the deque, which does not move its elements.
   const TFileInFlight& file = run.in_flight.emplace_back(std::move(record));
   try {
-    run.writer->Start(file.copy ? TFreshFile::CopyOf(file.source, file.dest) : TFreshFile::OfBytes(file.dest, file.bytes));
+    run.writer->Start(FreshFileOf(file));
   } catch (...) {
     run.in_flight.pop_back();
     throw;
@@ -115,24 +114,22 @@ TFileOutcome Hand(TRunContext& run, TFileInFlight record) {
   return TFileOutcome::InFlight;
 }
 
-// Without a writer: the file is written here and now.
-TFileOutcome WriteNow(TRunContext& run, TFileInFlight file) {
-  TFreshFile fresh = file.copy ? TFreshFile::CopyOf(file.source, file.dest) : TFreshFile::OfBytes(file.dest, file.bytes);
+// Hands `file` to the writer, or without one writes it here and now.
+TFileOutcome Write(TRunContext& run, TFileInFlight file) {
+  if (run.write_behind) return Hand(run, std::move(file));
   std::string error;
-  const bool written = fresh.Show(&error);
+  const bool written = FreshFileOf(file).Show(&error);
   return Land(run, file, written, error);
 }
 
 }  // namespace
 
 TFileOutcome WriteBehind(TRunContext& run, const fs::path& dest, std::string bytes) {
-  TFileInFlight file{{}, dest, std::move(bytes), false, {}};
-  return run.write_behind ? Hand(run, std::move(file)) : WriteNow(run, std::move(file));
+  return Write(run, {{}, dest, std::move(bytes), false, {}});
 }
 
 TFileOutcome CopyBehind(TRunContext& run, const fs::path& source, const fs::path& dest) {
-  TFileInFlight file{source, dest, {}, true, {}};
-  return run.write_behind ? Hand(run, std::move(file)) : WriteNow(run, std::move(file));
+  return Write(run, {source, dest, {}, true, {}});
 }
 
 bool WritesBehind(unsigned cores, unsigned listener_threads) { return cores >= 2 + listener_threads; }

@@ -112,8 +112,6 @@ bool WalkFile(TRunContext& run, const fs::path& file, bool is_link, std::optiona
     run.ShowCounters();
     return run.Pump();
   }
-  // The debug log's routine lines keep the order of a run that waits for each write.
-  if (platform::DebugEnabled() && !SettleFileInFlight(run)) return false;
   run.Report("    File '" + file.string() + "' - Skip? " + YesNo(skip) + " ");
   run.AdvanceGauge();
   if (run.aborted) return false;
