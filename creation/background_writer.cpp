@@ -39,6 +39,9 @@ bool TBackgroundWriter::Done() const { return done_.load(std::memory_order_acqui
 
 bool TBackgroundWriter::Wait(std::string& error) {
   const uint32_t number = waited_++;
+  // The writer may be behind because it did spare work: some may be done here meanwhile.
+  while (done_.load(std::memory_order_acquire) <= number && spare_work_ && spare_work_(true)) {
+  }
   WaitPast(done_, number);
   TSlot& slot = slots_[number % kMostFiles];
   slot.file.reset();
@@ -75,7 +78,8 @@ void TBackgroundWriter::StartThread() {
   pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
-// Shows the files in order as they are let, and meanwhile fills the files handed since.
+// Shows the files in order as they are let, and meanwhile fills the files handed since; with
+// neither to do, does spare work while there is some.
 void TBackgroundWriter::Serve() {
   uint32_t filled = 0;
   uint32_t shown = 0;
@@ -100,7 +104,7 @@ void TBackgroundWriter::Serve() {
         slot.thrown = std::current_exception();
       }
       ++filled;
-    } else {
+    } else if (!spare_work_ || !spare_work_(false)) {
       WaitPast(changed_, seen);
     }
   }
@@ -108,8 +112,8 @@ void TBackgroundWriter::Serve() {
 
 void TBackgroundWriter::WaitPast(const std::atomic<uint32_t>& counter, uint32_t count) {
   // The other side is usually done within tens of microseconds: a short spin spares both
-  // threads the cost of sleeping and being woken for every file. The yield lets a third thread
-  // (the recording's) have the core meanwhile.
+  // threads the cost of sleeping and being woken for every file. The yield lets another
+  // process's thread have the core meanwhile.
   using Clock = std::chrono::steady_clock;
   const Clock::time_point give_up = Clock::now() + std::chrono::microseconds(100);
   uint32_t now = counter.load(std::memory_order_acquire);

@@ -2,14 +2,17 @@
 // A second thread that writes the creation run's files, so that the run's own thread can read and
 // expand the next files meanwhile. A file is handed over as soon as its bytes are ready, and the
 // thread fills it at once, unseen (a file with no name); it is named, and so seen, only once the
-// run lets it, which the run does after its pump point for the file before.
+// run lets it, which the run does after its pump point for the file before. When it has no file
+// to write, the thread may do someone else's work meanwhile, a piece at a time.
 
 #include <atomic>
 #include <cstdint>
 #include <exception>
+#include <functional>
 #include <optional>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "model/file_bytes.h"
 
@@ -20,7 +23,14 @@ class TBackgroundWriter {
   // How many files may be handed and not yet waited for.
   static constexpr uint32_t kMostFiles = 8;
 
-  TBackgroundWriter() = default;
+  // Does a piece of work that waits elsewhere; true when there was one. `run_waits` is set when
+  // the run's thread calls it while it waits for a file, rather than the writer's.
+  using TSpareWork = std::function<bool(bool run_waits)>;
+
+  // `spare_work`, when set, is done by the thread whenever it has no file to write, and offered
+  // to the run's thread while it waits for a file. It must not throw, and must give the thread
+  // back soon: a file handed meanwhile waits for it.
+  explicit TBackgroundWriter(TSpareWork spare_work = nullptr) : spare_work_(std::move(spare_work)) {}
   // Gives up the files not yet let, waits for the thread to be done with the others, ends it.
   ~TBackgroundWriter();
   TBackgroundWriter(const TBackgroundWriter&) = delete;
@@ -33,8 +43,9 @@ class TBackgroundWriter {
   void Let(bool show);
   // True when the oldest file not yet waited for is done: Wait would not wait.
   bool Done() const;
-  // Waits for the oldest file not yet waited for and gives its result (false for one given up),
-  // with TFreshFile::Show's error; an exception the thread met there is thrown here.
+  // Waits for the oldest file not yet waited for, offering to do spare work meanwhile, and gives
+  // its result (false for one given up), with TFreshFile::Show's error; an exception the thread
+  // met there is thrown here.
   bool Wait(std::string& error);
   // Gives up every file not yet let, and waits for the thread to be done with every file handed;
   // their results are dropped.
@@ -64,6 +75,7 @@ class TBackgroundWriter {
     std::exception_ptr thrown;
   };
   TSlot slots_[kMostFiles];
+  const TSpareWork spare_work_;
   std::thread thread_;
 };
 

@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <deque>
 #include <filesystem>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "testing/temp_dir.h"
@@ -80,6 +82,42 @@ TEST(BackgroundWriterTest, ItsEndShowsTheFilesLetAndGivesUpTheOthers) {
     writer.Let(true);
   }
   EXPECT_EQ(Names(dir.path()), std::vector<std::string>{"Let.txt"});
+}
+
+// The writer does spare work when it has no file to write; a file let meanwhile waits for the
+// piece in hand, and the run's thread, waiting for it, is offered spare work of its own.
+TEST(BackgroundWriterTest, SpareWorkFillsTheWritersIdleTimeAndTheRunsWait) {
+  testing::TempDir dir;
+  const std::thread::id run_thread = std::this_thread::get_id();
+  std::atomic<bool> writer_piece_begun{false};
+  std::atomic<bool> run_offered{false};
+  std::atomic<int> writer_pieces{0};
+  std::atomic<bool> offered_elsewhere{false};
+  TBackgroundWriter writer([&](bool run_waits) {
+    if (run_waits != (std::this_thread::get_id() == run_thread)) offered_elsewhere = true;
+    if (run_waits) {
+      run_offered = true;
+      return false;
+    }
+    // The first piece lasts until the run's thread has been offered one (or long enough).
+    if (!writer_piece_begun.exchange(true)) {
+      const auto give_up = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+      while (!run_offered && std::chrono::steady_clock::now() < give_up) std::this_thread::yield();
+      ++writer_pieces;
+      return true;
+    }
+    return false;
+  });
+  writer.Start(TFreshFile::OfBytes(dir.path() / "A.txt", "a"));
+  while (!writer_piece_begun) std::this_thread::yield();
+  EXPECT_EQ(Names(dir.path()), std::vector<std::string>{}) << "not let yet";
+  writer.Let(true);
+  std::string error;
+  EXPECT_TRUE(writer.Wait(error));
+  EXPECT_TRUE(run_offered);
+  EXPECT_EQ(writer_pieces, 1);
+  EXPECT_EQ(dir.Read("A.txt"), "a");
+  EXPECT_FALSE(offered_elsewhere);
 }
 
 }  // namespace

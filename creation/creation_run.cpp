@@ -95,8 +95,7 @@ TRunOutcome TCreationRun::Start(bool dry_run) {
   run.dry_run = run.refused = false;
   // With the debug log on, each file is written before the next is begun, so that its routine
   // lines keep their order.
-  run.write_behind =
-      !platform::DebugEnabled() && WritesBehind(services_.Cores, run.written ? run.written->BusyThreads() : 0);
+  run.write_behind = !platform::DebugEnabled() && WritesBehind(services_.Cores);
   run.moved_to_trash.clear();
   run.planned_files.clear();
   TRunOutcome outcome = TRunOutcome::Failed;
@@ -343,6 +342,8 @@ TRunOutcome TCreationRun::ProcessTargets() {
 void TCreationRun::Finish(bool save_report) {
   TRunContext& run = *run_;
   run.step = 900;
+  // The writer does the listener's spare work: it ends with the run, as the listener may.
+  run.writer.reset();
   try {
     for (const std::string& line : StatisticsBlock(run.counters)) run.Report(line);
     if (save_report) run.report.SaveAs(ReportFile(wizard_));

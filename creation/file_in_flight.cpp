@@ -95,7 +95,13 @@ bool EndOldest(TRunContext& run) {
 // before it has ended, or now if none is in flight. The files the writer is done with are ended
 // now, and the oldest is waited for while too many are in flight.
 TFileOutcome Hand(TRunContext& run, TFileInFlight record) {
-  if (!run.writer) run.writer = std::make_unique<TBackgroundWriter>();
+  if (!run.writer) {
+    // The listener's own work is done by the writer whenever it has no file to write.
+    TWrittenFiles* const listener = run.written;
+    run.writer = std::make_unique<TBackgroundWriter>(
+        listener ? TBackgroundWriter::TSpareWork([listener](bool run_waits) { return listener->WorkAWhile(run_waits); })
+                 : nullptr);
+  }
   while (run.in_flight.size() >= TBackgroundWriter::kMostFiles) {
     if (!EndOldest(run)) return TFileOutcome::Aborted;
   }
@@ -132,7 +138,7 @@ TFileOutcome CopyBehind(TRunContext& run, const fs::path& source, const fs::path
   return Write(run, {source, dest, {}, true, {}});
 }
 
-bool WritesBehind(unsigned cores, unsigned listener_threads) { return cores >= 2 + listener_threads; }
+bool WritesBehind(unsigned cores) { return cores >= 2; }
 
 bool SettleFileInFlight(TRunContext& run) {
   while (!run.in_flight.empty()) {

@@ -31,10 +31,10 @@ TFileOutcome CopyBehind(TRunContext& run, const std::filesystem::path& source, c
 // dropped, as those files would not have been begun.
 bool SettleFileInFlight(TRunContext& run);
 
-// Whether files are written behind the run: only when a core is free for the writer, besides the
-// run's own and the threads a listener keeps busy. Otherwise the threads would take turns on the
-// cores, and waiting for each other would cost more than the writer saves.
-bool WritesBehind(unsigned cores, unsigned listener_threads);
+// Whether files are written behind the run: only when a core is free for the writer besides the
+// run's own. Otherwise the two threads would take turns on one core, and waiting for each other
+// would cost more than the writer saves.
+bool WritesBehind(unsigned cores);
 
 // The end of one file: counted as processed or failed, the counters shown, and the pump point.
 // False when the run stops there (aborted, or a stop reason set by the file).

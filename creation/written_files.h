@@ -25,9 +25,16 @@ class TWrittenFiles {
   virtual void Written(const std::filesystem::path& file, std::string bytes) = 0;
   // `file` now holds a copy the kernel made, whose bytes the run never had in memory.
   virtual void Copied(const std::filesystem::path& file) = 0;
-  // How many threads of its own the listener keeps busy while the run goes on: they need cores
-  // as much as the run's writer does.
-  virtual unsigned BusyThreads() const { return 0; }
+  // Does a piece of the work the listener has queued from the files told, so that it needs no
+  // thread of its own: the run's writer thread calls it whenever it has no file to write, even
+  // while the run's thread tells the listener of the next file. The run's thread calls it with
+  // `run_waits` while it waits for the writer: that time is better spent on the next files, so
+  // a piece should then be done only when much work waits. True when a piece was done; false
+  // when none was. Must not throw, and must be back within a file's time.
+  virtual bool WorkAWhile(bool run_waits) {
+    (void)run_waits;
+    return false;
+  }
 };
 
 }  // namespace tsaw::creation

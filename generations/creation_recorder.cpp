@@ -1,10 +1,10 @@
 #include "generations/creation_recorder.h"
 
+#include <git2.h>
 #include <pthread.h>
 #include <signal.h>
 
 #include <algorithm>
-#include <iterator>
 #include <stdexcept>
 #include <system_error>
 
@@ -17,15 +17,15 @@ namespace tsaw::generations {
 namespace fs = std::filesystem;
 namespace {
 
-// How far the helper may fall behind before the run waits: enough to keep it busy while the run
-// expands the next files, little enough to keep memory flat.
+// How much may wait for the writer's spare time before the run's thread takes files itself, down
+// to half of it: enough for the writer to take while the run expands the next files, little
+// enough to keep memory flat and to leave little for the end of the run.
 constexpr size_t kQueuedBytes = size_t{4} << 20;
 constexpr size_t kQueuedFiles = 1024;
-// The helper is woken once this much waits, not for every file: each wake-up costs the system.
-constexpr size_t kWakeBytes = size_t{1} << 20;
-constexpr size_t kWakeFiles = 128;
-// Folder entries of the template looked at between two looks at the queue.
-constexpr size_t kFingerprintEntries = 64;
+// How much may wait before the run's thread takes files while it waits for the writer: less, and
+// it would take the writer's spare work away; more, and more would be left for Finish.
+constexpr size_t kBehindBytes = size_t{1} << 20;
+constexpr size_t kBehindFiles = 256;
 
 std::unique_ptr<TGenerationStore> OpenStore(const fs::path& project_set) {
   const std::optional<fs::path> state = StateFolder();
@@ -36,18 +36,42 @@ std::unique_ptr<TGenerationStore> OpenStore(const fs::path& project_set) {
   return store;
 }
 
+// Whether `path` is already as lexically_normal would make it: no empty, "." or ".." part.
+bool IsNormal(std::string_view path) {
+  for (size_t start = 0; start <= path.size();) {
+    const size_t end = std::min(path.find('/', start), path.size());
+    const std::string_view part = path.substr(start, end - start);
+    if (part.empty() || part == "." || part == "..") return false;
+    start = end + 1;
+  }
+  return true;
+}
+
+// `file`'s path below `folder`, with '/' between its parts. The run tells the files it writes by
+// their plain paths below its folder, which are cut as text: path objects cost the recording
+// more than any other step of a small file.
+std::string PathBelow(const fs::path& folder, const std::string& file) {
+  const std::string& root = folder.native();
+  if (!root.empty() && root.back() != '/' && file.size() > root.size() + 1 && file.starts_with(root) &&
+      file[root.size()] == '/') {
+    const std::string_view below = std::string_view(file).substr(root.size() + 1);
+    if (IsNormal(below)) return std::string(below);
+  }
+  return fs::path(file).lexically_normal().lexically_relative(folder).generic_string();
+}
+
 // Adds one written file to the pack, under its path below `folder`, with the limits a snapshot
 // of the folder would apply.
-void TakeFile(const fs::path& folder, const fs::path& file, const std::optional<std::string>& bytes,
+void TakeFile(const fs::path& folder, const std::string& file, const std::optional<std::string>& bytes,
               TObjectPack& pack, TFiles& files) {
-  std::string relative = file.lexically_normal().lexically_relative(folder).generic_string();
+  const auto [entry, added] = files.try_emplace(PathBelow(folder, file));
   // A file written again replaces its entry and counts once.
-  if (files.count(relative) == 0) CheckRecordableCount(folder, files.size());
+  if (added) CheckRecordableCount(folder, files.size() - 1);
   if (bytes) {
     CheckRecordableSize(file, bytes->size());
-    files[std::move(relative)] = pack.Add(GIT_OBJECT_BLOB, *bytes);
+    entry->second = pack.Add(GIT_OBJECT_BLOB, *bytes);
   } else {
-    files[std::move(relative)] = pack.Add(GIT_OBJECT_BLOB, ReadRegularFile(file));
+    entry->second = pack.Add(GIT_OBJECT_BLOB, ReadRegularFile(file));
   }
 }
 
@@ -60,26 +84,55 @@ std::string MarkFolderMadeAnew(const fs::path& folder) {
 
 }  // namespace
 
-TCreationRecorder::TCreationRecorder(const TWizard& wizard) : wizard_(wizard) {}
+// What the recording holds while the run goes on.
+struct TCreationRecorder::TWork {
+  explicit TWork(const fs::path& folder) : store(OpenStore(folder)), pack(store->NewPack()) {}
 
-TCreationRecorder::~TCreationRecorder() { StopWorker(true); }
+  const std::unique_ptr<TGenerationStore> store;
+  TObjectPack pack;
+  TFiles files;
+};
+
+// Started with the recorder, while the run reads the template: libgit2's start, which reads the
+// system's certificates (some milliseconds, though the store never goes online), and the
+// template's fingerprint.
+TCreationRecorder::TCreationRecorder(const TWizard& wizard) : wizard_(wizard) {
+  const fs::path template_folder = wizard.SelectedTemplate ? wizard.SelectedTemplate->FolderPath : "";
+  // The thread takes no signals, so they reach the run's thread as they did before it had one.
+  sigset_t all, before;
+  sigfillset(&all);
+  pthread_sigmask(SIG_SETMASK, &all, &before);
+  try {
+    start_up_ = std::thread([this, template_folder] { StartUp(template_folder); });
+  } catch (const std::system_error& failure) {
+    start_up_error_ = std::string("no thread to record with: ") + failure.what();
+  }
+  pthread_sigmask(SIG_SETMASK, &before, nullptr);
+}
+
+TCreationRecorder::~TCreationRecorder() {
+  if (work_ && !recorded_) work_->store->RemoveIfLeftEmpty();
+  work_.reset();
+  if (start_up_.joinable()) start_up_.join();
+  if (library_started_) git_libgit2_shutdown();
+}
+
+void TCreationRecorder::StartUp(const fs::path& template_folder) {
+  library_started_ = git_libgit2_init() > 0;
+  try {
+    if (!template_folder.empty()) fingerprint_ = TemplateFingerprint(template_folder);
+  } catch (const std::exception& failure) {
+    start_up_error_ = failure.what();
+  }
+}
 
 std::string TCreationRecorder::MakingAnew(const fs::path& folder) { return MarkFolderMadeAnew(folder); }
 
 std::string TUnrecordedCreation::MakingAnew(const fs::path& folder) { return MarkFolderMadeAnew(folder); }
 
 void TCreationRecorder::Started(const fs::path& folder) {
-  const fs::path template_folder = wizard_.SelectedTemplate ? wizard_.SelectedTemplate->FolderPath : "";
-  // The helper takes no signals, so they reach the run's thread as they did before it had one.
-  sigset_t all, before;
-  sigfillset(&all);
-  pthread_sigmask(SIG_SETMASK, &all, &before);
-  try {
-    worker_ = std::thread([this, folder, template_folder] { Work(folder, template_folder); });
-  } catch (const std::system_error& failure) {
-    error_ = std::string("no thread to record with: ") + failure.what();
-  }
-  pthread_sigmask(SIG_SETMASK, &before, nullptr);
+  folder_ = folder;
+  started_ = true;
 }
 
 void TCreationRecorder::Written(const fs::path& file, std::string bytes) { Enqueue({file.native(), std::move(bytes)}); }
@@ -87,110 +140,122 @@ void TCreationRecorder::Written(const fs::path& file, std::string bytes) { Enque
 void TCreationRecorder::Copied(const fs::path& file) { Enqueue({file.native(), std::nullopt}); }
 
 void TCreationRecorder::Enqueue(TQueued item) {
-  if (!worker_.joinable()) return;
-  const size_t size = item.Size();
+  if (!started_) return;
   std::vector<TQueued> spent;
-  std::unique_lock lock(mutex_);
-  for (;;) {
-    // The files the helper is done with are freed here, by the thread that made them: freeing
-    // them on the helper would make both threads contend for the allocator.
-    for (TQueued& done : spent_) {
-      held_bytes_ -= done.Size();
-      spent.push_back(std::move(done));
-    }
-    spent_.clear();
-    if (queue_.empty() || (held_bytes_ + size <= kQueuedBytes && queue_.size() < kQueuedFiles)) break;
-    changed_.wait(lock);
+  bool behind = false;
+  {
+    const std::lock_guard lock(queue_mutex_);
+    if (failed_) return;
+    // The files already taken are freed here, by the thread that made them: freeing them on the
+    // writer would make both threads contend for the allocator.
+    spent.swap(spent_);
+    queued_bytes_ += item.Size();
+    queue_.push_back(std::move(item));
+    behind = queued_bytes_ > kQueuedBytes || queue_.size() > kQueuedFiles;
   }
-  held_bytes_ += size;
-  queued_bytes_ += size;
-  queue_.push_back(std::move(item));
-  const bool wake = queue_.size() >= kWakeFiles || queued_bytes_ >= kWakeBytes;
-  lock.unlock();
-  if (wake) changed_.notify_all();
-}
-
-// Every file waiting for the helper, taken at once so that the two threads seldom meet at the
-// lock; none once the run is over (or its files are not wanted), or at once when none is waiting
-// and `wait` is false. `done` are the files the helper has just taken.
-std::vector<TCreationRecorder::TQueued> TCreationRecorder::TakeWaiting(bool wait, std::vector<TQueued> done) {
-  std::vector<TQueued> taken;
-  std::unique_lock lock(mutex_);
-  std::move(done.begin(), done.end(), std::back_inserter(spent_));
-  if (wait) changed_.wait(lock, [this] { return !queue_.empty() || closing_; });
-  if (discard_) return taken;
-  taken.swap(queue_);
-  queued_bytes_ = 0;
-  lock.unlock();
-  changed_.notify_all();
-  return taken;
-}
-
-// The helper thread: the store is opened, filled and closed here, and after a failure the files
-// still told are taken off the queue unread, so the run never waits for nothing.
-void TCreationRecorder::Work(const fs::path& folder, const fs::path& template_folder) {
-  try {
-    const std::unique_ptr<TGenerationStore> store = OpenStore(folder);
-    TTemplateFingerprint fingerprint(template_folder);
-    bool walking = true;
-    std::string digest;
-    TObjectPack pack = store->NewPack();
-    TFiles files;
-    // The template is walked only while no file waits, so that the run is not held up by it.
-    std::vector<TQueued> batch;
-    for (;;) {
-      batch = TakeWaiting(!walking, std::move(batch));
-      if (!batch.empty()) {
-        for (const TQueued& item : batch) TakeFile(folder, fs::path(item.File), item.Bytes, pack, files);
-      } else if (walking) {
-        walking = fingerprint.Step(kFingerprintEntries);
-        if (!walking) digest = fingerprint.Digest();
-      } else {
-        break;
-      }
-    }
-    std::optional<TGenerationMeta> meta;
+  if (!behind) return;
+  // The writer has had too little spare time: the run's thread takes files itself until half
+  // as many wait.
+  const std::lock_guard work(work_mutex_);
+  for (bool more = true; more;) {
     {
-      const std::lock_guard lock(mutex_);
-      if (!discard_) meta = meta_;
+      const std::lock_guard lock(queue_mutex_);
+      more = queued_bytes_ > kQueuedBytes / 2 || queue_.size() > kQueuedFiles / 2;
     }
-    if (!meta) {
-      store->RemoveIfLeftEmpty();
-      return;
-    }
-    if (!template_folder.empty()) meta->Fingerprint = digest;
-    std::string error;
-    if (!store->AddGeneration(pack, files, *meta, error) || !store->DropUndo(error) || !store->Prune(error)) {
-      throw std::runtime_error(error);
-    }
-    error_.clear();
-  } catch (const std::exception& failure) {
-    error_ = failure.what();
-    while (!TakeWaiting(true, {}).empty()) {
-    }
+    more = more && Step();
   }
+}
+
+bool TCreationRecorder::WorkAWhile(bool run_waits) {
+  if (run_waits) {
+    const std::lock_guard lock(queue_mutex_);
+    if (queued_bytes_ <= kBehindBytes && queue_.size() <= kBehindFiles) return false;
+  }
+  const std::unique_lock work(work_mutex_, std::try_to_lock);
+  return work.owns_lock() && Step();
+}
+
+// One piece of the recording, with the work's mutex held: the store opened, or one file taken.
+// False when nothing waits, or the recording has failed.
+bool TCreationRecorder::Step() {
+  if (!started_) return false;
+  try {
+    if (!work_) {
+      {
+        const std::lock_guard lock(queue_mutex_);
+        if (failed_) return false;
+      }
+      work_ = std::make_unique<TWork>(folder_);
+      return true;
+    }
+    std::optional<TQueued> item = TakeNext();
+    if (!item) return false;
+    TakeFile(folder_, item->File, item->Bytes, work_->pack, work_->files);
+    Spend(std::move(*item));
+    return true;
+  } catch (const std::exception& failure) {
+    Fail(failure.what());
+  } catch (...) {
+    Fail("recording the run failed");
+  }
+  return false;
+}
+
+// The oldest file waiting, unless there is none or the recording has failed.
+std::optional<TCreationRecorder::TQueued> TCreationRecorder::TakeNext() {
+  const std::lock_guard lock(queue_mutex_);
+  if (failed_ || queue_.empty()) return std::nullopt;
+  TQueued item = std::move(queue_.front());
+  queue_.pop_front();
+  queued_bytes_ -= item.Size();
+  return item;
+}
+
+void TCreationRecorder::Spend(TQueued item) {
+  const std::lock_guard lock(queue_mutex_);
+  spent_.push_back(std::move(item));
+}
+
+// Nothing will be recorded: the files waiting are dropped, and no more are queued.
+void TCreationRecorder::Fail(const std::string& why) {
+  error_ = why;
+  std::deque<TQueued> dropped;
+  const std::lock_guard lock(queue_mutex_);
+  failed_ = true;
+  dropped.swap(queue_);
+  queued_bytes_ = 0;
 }
 
 std::string TCreationRecorder::Finish() {
+  TGenerationMeta meta;
   try {
-    TGenerationMeta meta = MetaWithoutFingerprint(wizard_, "creation");
-    const std::lock_guard lock(mutex_);
-    meta_ = std::move(meta);
+    meta = MetaWithoutFingerprint(wizard_, "creation");
   } catch (const std::exception& failure) {
     return failure.what();
   }
-  StopWorker(false);
-  return error_;
-}
-
-void TCreationRecorder::StopWorker(bool discard) {
-  {
-    const std::lock_guard lock(mutex_);
-    closing_ = true;
-    discard_ = discard_ || discard;
+  const std::lock_guard work(work_mutex_);
+  while (Step()) {
   }
-  changed_.notify_all();
-  if (worker_.joinable()) worker_.join();
+  {
+    const std::lock_guard lock(queue_mutex_);
+    if (!work_ || failed_) return error_;
+  }
+  if (start_up_.joinable()) start_up_.join();
+  if (!start_up_error_.empty()) return error_ = start_up_error_;
+  try {
+    meta.Fingerprint = fingerprint_;
+    std::string error;
+    TGenerationStore& store = *work_->store;
+    if (!store.AddGeneration(work_->pack, work_->files, meta, error) || !store.DropUndo(error) ||
+        !store.Prune(error)) {
+      throw std::runtime_error(error);
+    }
+    recorded_ = true;
+    error_.clear();
+  } catch (const std::exception& failure) {
+    error_ = failure.what();
+  }
+  return error_;
 }
 
 }  // namespace tsaw::generations

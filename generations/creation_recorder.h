@@ -1,14 +1,18 @@
 #pragma once
 // The one path by which a finished creation run, in the window or on the command line, is
 // remembered: attached to the run, it takes each file as the run writes it, hashing it and adding
-// it to the generation's pack on one helper thread behind the run, so that the Project Set is
-// never read again; the helper also takes the template's fingerprint meanwhile. The run waits for
-// that thread only when a few megabytes are queued. Finish makes the newest generation of the
+// it to the generation's pack, so that the Project Set is never read again. That work waits in a
+// queue and is done a file at a time by the run's writer whenever it has no file to write; the
+// run's thread does it while it waits for the writer once much is waiting, and when the run has
+// no writer. The template's fingerprint is taken on a thread of its own from the start, while the
+// run reads the template. Finish does what is left and makes the newest generation of the
 // Project Set, with the answers, the template and its fingerprint; a recorder destroyed without
-// Finish (the run was aborted, stopped or failed) adds nothing to the store.
+// Finish (the run was aborted, stopped or failed) adds nothing to the store. The recorder must
+// outlive the runs it is attached to.
 
-#include <condition_variable>
+#include <deque>
 #include <filesystem>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -31,12 +35,13 @@ class TCreationRecorder final : public creation::TWrittenFiles {
 
   // Marks the store of `folder` until this run is recorded; refuses while another run holds it.
   std::string MakingAnew(const std::filesystem::path& folder) override;
-  // Opens the store of `folder` (on the helper thread); once per recorder.
+  // The store of `folder` is opened by the first piece of work; once per recorder.
   void Started(const std::filesystem::path& folder) override;
   void Written(const std::filesystem::path& file, std::string bytes) override;
   void Copied(const std::filesystem::path& file) override;
-  // The helper that hashes and packs the files.
-  unsigned BusyThreads() const override { return 1; }
+  // One piece of the recording, unless another thread is doing one, or the run waits and the
+  // work is not behind.
+  bool WorkAWhile(bool run_waits) override;
 
   // After a finished run: records what it wrote as the newest generation, with the answers as
   // they stand; the undo record of an earlier update is dropped, the old folder having gone to
@@ -50,25 +55,34 @@ class TCreationRecorder final : public creation::TWrittenFiles {
     std::optional<std::string> Bytes;  // none: the file is read
     size_t Size() const { return Bytes ? Bytes->size() : 0; }
   };
+  struct TWork;
+  void StartUp(const std::filesystem::path& template_folder);
   void Enqueue(TQueued item);
-  std::vector<TQueued> TakeWaiting(bool wait, std::vector<TQueued> done);
-  void Work(const std::filesystem::path& folder, const std::filesystem::path& template_folder);
-  void StopWorker(bool discard);
+  bool Step();
+  std::optional<TQueued> TakeNext();
+  void Spend(TQueued item);
+  void Fail(const std::string& why);
 
   const TWizard& wizard_;
-  std::thread worker_;
-  std::mutex mutex_;
-  std::condition_variable changed_;
-  // Shared with the helper, under the mutex.
-  std::vector<TQueued> queue_;
-  std::vector<TQueued> spent_;  // taken by the helper, to be freed by the run's thread
+  // The start-up thread's, until it is joined.
+  std::thread start_up_;
+  bool library_started_ = false;
+  std::string fingerprint_;      // of the template, empty without one
+  std::string start_up_error_;  // why the fingerprint could not be taken
+  // Set by Started, before the run has a writer.
+  std::filesystem::path folder_;
+  bool started_ = false;
+  // The queue, under its mutex.
+  std::mutex queue_mutex_;
+  std::deque<TQueued> queue_;
+  std::vector<TQueued> spent_;  // taken by the work, to be freed by the run's thread
   size_t queued_bytes_ = 0;     // the bytes of the files in the queue
-  size_t held_bytes_ = 0;       // ... in the queue, with the helper and spent
-  bool closing_ = false;                  // nothing more comes
-  bool discard_ = false;                  // what remains is not wanted
-  std::optional<TGenerationMeta> meta_;   // set by Finish: the helper records the generation
-  // The helper's until it is joined: why nothing is recorded.
-  std::string error_ = "the run made no Project Set folder";
+  bool failed_ = false;         // nothing more is queued
+  // The work, under its mutex: whichever thread holds it does the next piece.
+  std::mutex work_mutex_;
+  std::unique_ptr<TWork> work_;  // made by the first piece
+  bool recorded_ = false;
+  std::string error_ = "the run made no Project Set folder";  // why nothing is recorded
 };
 
 // For a creation that is not recorded (--no-record): the store of the folder it makes anew no

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <map>
 
 #include "creation/creation_run.h"
 #include "creation/creation_run_test_support.h"
@@ -31,10 +32,18 @@ class CreationRecorderTest : public ::testing::Test {
     std::string error;
     return TGenerationStore::Open(setup_.dir.path() / "state/tsaw", ProjectSet(), false, error);
   }
+  // With one core the run has no writer and its own thread does the recording; with more the
+  // writer does it in its spare time, and the run's thread helps while it waits.
+  unsigned cores_ = 1;
+  creation::TRunServices Services() {
+    creation::TRunServices services = setup_.Services();
+    services.Cores = cores_;
+    return services;
+  }
   // Runs a recorded creation; `abort` stops it once its first files are written.
   TRunOutcome Record(bool abort = false) {
     TCreationRecorder recorder(setup_.wizard);
-    creation::TCreationRun run(setup_.wizard, setup_.Services(), setup_.observer);
+    creation::TCreationRun run(setup_.wizard, Services(), setup_.observer);
     run.TellWrittenFiles(&recorder);
     setup_.observer.on_pump = [&](const std::string&) {
       if (abort && fs::exists(ProjectSet() / "ReadMe.txt")) run.Abort();
@@ -48,13 +57,23 @@ class CreationRecorderTest : public ::testing::Test {
   creation::testing_support::DemoSetup setup_;
 };
 
-TEST_F(CreationRecorderTest, AFinishedRunGivesTheGenerationASnapshotOfItsFolderWould) {
+class RecordedRunTest : public CreationRecorderTest, public ::testing::WithParamInterface<unsigned> {
+ protected:
+  RecordedRunTest() { cores_ = GetParam(); }
+};
+
+TEST_P(RecordedRunTest, AFinishedRunGivesTheGenerationASnapshotOfItsFolderWould) {
   // Both names become "Rocket.txt"; the run writes the second one last.
   setup_.dir.Write("TSA/Wizard/Templates/Demo/#Product.Name#.txt", "first\n");
   setup_.dir.Write("TSA/Wizard/Templates/Demo/Rocket.txt", "second\n");
+  // More than the recording lets wait for the writer's spare time.
+  for (int i = 0; i < 300; ++i) {
+    setup_.dir.Write("TSA/Wizard/Templates/Demo/Many/" + std::to_string(i) + ".txt",
+                     std::string(30000, static_cast<char>('a' + i % 26)));
+  }
   {
     TCreationRecorder recorder(setup_.wizard);
-    creation::TCreationRun run(setup_.wizard, setup_.Services(), setup_.observer);
+    creation::TCreationRun run(setup_.wizard, Services(), setup_.observer);
     run.TellWrittenFiles(&recorder);
     ASSERT_EQ(run.Start(), TRunOutcome::Finished);
     EXPECT_EQ(recorder.Finish(), "");
@@ -73,7 +92,7 @@ TEST_F(CreationRecorderTest, AFinishedRunGivesTheGenerationASnapshotOfItsFolderW
   EXPECT_EQ(store->Read(snapshot.at("Delphi 7/Win32/Host/logo.bin")), std::string("\x00\x01\xFF" "bin", 6));
 }
 
-TEST_F(CreationRecorderTest, ARunAbortedAfterItsFirstFilesRecordsNothing) {
+TEST_P(RecordedRunTest, ARunAbortedAfterItsFirstFilesRecordsNothing) {
   setup_.dir.Write("TSA/Wizard/Templates/Demo/Big.bin", std::string(3 << 20, 'b'));
   ASSERT_EQ(Record(true), TRunOutcome::Aborted);
   EXPECT_FALSE(HasRecordedGeneration(ProjectSet()));
@@ -97,6 +116,35 @@ TEST_F(CreationRecorderTest, ARunAbortedAfterItsFirstFilesRecordsNothing) {
   EXPECT_TRUE(HasRecordedGeneration(ProjectSet()));
   EXPECT_EQ(OpenStore()->Generations().size(), 2u);
 }
+
+// Files told by paths that are not plain below the folder are recorded under their plain paths;
+// told many at once, with no writer to help, they are taken as they come and all are recorded.
+TEST_F(CreationRecorderTest, EveryFileToldIsRecordedUnderItsPlainPathBelowTheFolder) {
+  fs::create_directories(ProjectSet());
+  std::map<std::string, std::string> told = {{"a/b.txt", "1"}, {"c.txt", "2"}, {"e.txt", "3"}};
+  for (int i = 0; i < 2000; ++i) told["Many/" + std::to_string(i)] = std::string(4000, static_cast<char>(i));
+  {
+    TCreationRecorder recorder(setup_.wizard);
+    recorder.Started(ProjectSet());
+    recorder.Written(ProjectSet() / "a/./b.txt", "1");
+    recorder.Written(ProjectSet().string() + "//c.txt", "2");
+    recorder.Written(ProjectSet() / "d/../e.txt", "3");
+    for (int i = 0; i < 2000; ++i) {
+      recorder.Written(ProjectSet() / "Many" / std::to_string(i), told["Many/" + std::to_string(i)]);
+    }
+    EXPECT_EQ(recorder.Finish(), "");
+  }
+  auto store = OpenStore();
+  ASSERT_TRUE(store);
+  const TFiles files = store->Files(store->Generations().at(0));
+  std::map<std::string, std::string> recorded;
+  for (const auto& [path, id] : files) recorded[path] = store->Read(id);
+  EXPECT_EQ(recorded, told);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cores, RecordedRunTest, ::testing::Values(1u, 4u), [](const auto& info) {
+  return info.param == 1 ? std::string("RecordedByTheRunsThread") : std::string("RecordedInTheWritersSpareTime");
+});
 
 }  // namespace
 }  // namespace tsaw::generations

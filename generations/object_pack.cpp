@@ -1,5 +1,7 @@
 #include "generations/object_pack.h"
 
+#include <isa-l/crc.h>
+#include <isa-l/igzip_lib.h>
 #include <zlib.h>
 
 #include <fcntl.h>
@@ -15,8 +17,9 @@
 namespace tsaw::generations {
 namespace {
 
-// Entries wait in memory until this many bytes are pending, then go to the temporary file.
-constexpr size_t kSpillBytes = size_t{1} << 20;
+// Entries wait in memory until this many bytes are pending, then go to the temporary file: few
+// enough for a write to take no longer than adding a file.
+constexpr size_t kSpillBytes = size_t{128} << 10;
 // A batch goes out as packs of kPackEntries entries: a pack's head, which holds the count, is then
 // known from its first entry, so its checksum is summed as its entries are written instead of read
 // back once it is whole. A pack with fewer (a batch's last, or one cut short at the size below) is
@@ -80,8 +83,7 @@ void AppendStored(std::string& out, std::string_view bytes) {
     out.append(bytes.substr(at, size));
     at += size;
   } while (at < bytes.size());
-  out += BigEndian32(static_cast<uint32_t>(
-      adler32_z(adler32_z(0, nullptr, 0), reinterpret_cast<const Bytef*>(bytes.data()), bytes.size())));
+  out += BigEndian32(isal_adler32(1, reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()));
 }
 
 std::string PackHead(uint32_t entries) { return "PACK" + BigEndian32(2) + BigEndian32(entries); }
@@ -153,6 +155,11 @@ size_t TObjectIdHash::operator()(const TObjectId& id) const {
 
 TObjectId HashObject(std::string_view type, std::string_view content) {
   TSha1 sha;
+  return HashObject(sha, type, content);
+}
+
+TObjectId HashObject(TSha1& sha, std::string_view type, std::string_view content) {
+  sha.Restart();
   sha.Update(ObjectHeader(type, content.size()));
   sha.Update(content);
   return sha.Final();
@@ -206,7 +213,7 @@ void TObjectPack::Reset() {
 }
 
 TObjectId TObjectPack::Add(git_object_t type, std::string_view content) {
-  const TObjectId id = HashObject(git_object_type2string(type), content);
+  const TObjectId id = HashObject(object_sum_, git_object_type2string(type), content);
   if (!IsNew(id)) return id;
   Append(id, type, content);
   if (entries_.size() == kPackEntries || body_size_ >= kMostPackBodyBytes) {
@@ -242,8 +249,11 @@ void TObjectPack::Append(const TObjectId& id, git_object_t type, std::string_vie
     AppendCompressed(pending_, content);
   }
   const size_t size = pending_.size() - at;
-  const uint32_t crc =
-      static_cast<uint32_t>(crc32(0, reinterpret_cast<const Bytef*>(pending_.data() + at), static_cast<uInt>(size)));
+  const std::string_view entry(pending_.data() + at, size);
+  const uint32_t crc = crc32_gzip_refl(0, reinterpret_cast<const unsigned char*>(entry.data()), size);
+  // Summed while the entry is still in the cache, and in pieces as small as the entries: the
+  // recording is done a file at a time in another's spare moments.
+  full_pack_sum_.Update(entry);
   entries_.push_back({id, kHeadBytes + body_size_, crc});
   body_size_ += size;
 }
@@ -274,7 +284,6 @@ void TObjectPack::Spill() {
     failed_ = fd_ < 0;
   }
   if (!failed_) failed_ = !WriteAt(fd_, pending_, kHeadBytes + body_size_ - pending_.size());
-  if (!failed_) full_pack_sum_.Update(pending_);
   pending_.clear();
 }
 

@@ -30,6 +30,8 @@ struct TObjectIdHash {
 
 // The id git gives `content` as an object of `type` ("blob", "tree", "commit").
 TObjectId HashObject(std::string_view type, std::string_view content);
+// The same with `sha`, restarted first: a hasher kept for many objects costs less.
+TObjectId HashObject(TSha1& sha, std::string_view type, std::string_view content);
 std::string ToHex(const TObjectId& id);
 git_oid ToGitOid(const TObjectId& id);
 TObjectId FromGitOid(const git_oid& id);
@@ -83,6 +85,7 @@ class TObjectPack {
   std::string temporary_;    // its name
   bool failed_ = false;      // the temporary file could not be made or written
   TSha1 full_pack_sum_;      // of what is in the file, with the head a full pack will have
+  TSha1 object_sum_;         // names each object added
 };
 
 }  // namespace tsaw::generations

@@ -10,14 +10,14 @@
 namespace tsaw::generations {
 namespace fs = std::filesystem;
 
-void CheckRecordableSize(const fs::path& file, uintmax_t size) {
+void CheckRecordableSize(std::string_view file, uintmax_t size) {
   if (size > kMaxGenerationFileBytes) {
-    throw std::runtime_error("'" + file.string() + "' is larger than " +
+    throw std::runtime_error("'" + std::string(file) + "' is larger than " +
                              std::to_string(kMaxGenerationFileBytes >> 20) + " MB");
   }
   // The bound of every whole-file read, in its words.
   if (size > kMostFileBytes) {
-    throw std::runtime_error("Cannot read \"" + file.string() + "\": it is larger than " +
+    throw std::runtime_error("Cannot read \"" + std::string(file) + "\": it is larger than " +
                              std::to_string(kMostFileBytes >> 20) + " MB");
   }
 }
@@ -35,7 +35,7 @@ std::string ReadRegularFile(const fs::path& file) {
   if (::lstat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
     throw std::runtime_error("'" + file.string() + "' is not a regular file");
   }
-  CheckRecordableSize(file, static_cast<uintmax_t>(status.st_size));
+  CheckRecordableSize(file.native(), static_cast<uintmax_t>(status.st_size));
   std::string error;
   std::optional<std::string> bytes = ReadFileBytes(file, &error);
   if (!bytes) throw std::runtime_error(error);

@@ -28,6 +28,6 @@ void CheckRecordableCount(const std::filesystem::path& folder, size_t count);
 
 // Refuses `file` of `size` bytes, as ReadRegularFile would, when it passes the size limits:
 // throws std::runtime_error naming the file.
-void CheckRecordableSize(const std::filesystem::path& file, uintmax_t size);
+void CheckRecordableSize(std::string_view file, uintmax_t size);
 
 }  // namespace tsaw::generations

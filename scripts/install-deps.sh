@@ -3,7 +3,7 @@
 set -euo pipefail
 
 packages=(build-essential cmake pkg-config libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev
-          qt6-base-dev libgit2-dev libssl-dev zlib1g-dev nlohmann-json3-dev help2man dpkg-dev
+          qt6-base-dev libgit2-dev libssl-dev zlib1g-dev libisal-dev nlohmann-json3-dev help2man dpkg-dev
           fakeroot)
 # `install-deps.sh fuzz`: also clang with its sanitizer runtimes and libFuzzer.
 if [ "${1:-}" = fuzz ]; then
