@@ -38,10 +38,14 @@ void TBackgroundWriter::Let(bool show) {
 bool TBackgroundWriter::Done() const { return done_.load(std::memory_order_acquire) > waited_; }
 
 bool TBackgroundWriter::Wait(std::string& error) {
-  const uint32_t number = waited_++;
   // The writer may be behind because it did spare work: some may be done here meanwhile.
-  while (done_.load(std::memory_order_acquire) <= number && spare_work_ && spare_work_(true)) {
+  while (!Done() && spare_work_ && spare_work_(true)) {
   }
+  return TakeResult(error);
+}
+
+bool TBackgroundWriter::TakeResult(std::string& error) {
+  const uint32_t number = waited_++;
   WaitPast(done_, number);
   TSlot& slot = slots_[number % kMostFiles];
   slot.file.reset();
@@ -55,7 +59,8 @@ void TBackgroundWriter::GiveUpRest() {
   while (waited_ < started_.load(std::memory_order_relaxed)) {
     std::string ignored;
     try {
-      Wait(ignored);
+      // No spare work here: the run is stopping, and that work would be for nothing.
+      TakeResult(ignored);
     } catch (...) {
       // A file given up has no outcome to report.
     }

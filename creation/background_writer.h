@@ -52,6 +52,8 @@ class TBackgroundWriter {
   void GiveUpRest();
 
  private:
+  // Waits for the oldest file not yet waited for, and gives its result as Wait does.
+  bool TakeResult(std::string& error);
   void StartThread();
   void Serve();
   // Spins a little, then sleeps, until `counter` passes `count`.

@@ -1,5 +1,6 @@
 #include "creation/file_in_flight.h"
 
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -91,17 +92,17 @@ bool EndOldest(TRunContext& run) {
   return true;
 }
 
+// The writer does the listener's own work whenever it has no file to write.
+std::unique_ptr<TBackgroundWriter> MakeWriter(TWrittenFiles* listener) {
+  if (!listener) return std::make_unique<TBackgroundWriter>();
+  return std::make_unique<TBackgroundWriter>([listener](bool run_waits) { return listener->WorkAWhile(run_waits); });
+}
+
 // Hands `record` to the writer, which fills it unseen at once. It is let be seen when the file
 // before it has ended, or now if none is in flight. The files the writer is done with are ended
 // now, and the oldest is waited for while too many are in flight.
 TFileOutcome Hand(TRunContext& run, TFileInFlight record) {
-  if (!run.writer) {
-    // The listener's own work is done by the writer whenever it has no file to write.
-    TWrittenFiles* const listener = run.written;
-    run.writer = std::make_unique<TBackgroundWriter>(
-        listener ? TBackgroundWriter::TSpareWork([listener](bool run_waits) { return listener->WorkAWhile(run_waits); })
-                 : nullptr);
-  }
+  if (!run.writer) run.writer = MakeWriter(run.written);
   while (run.in_flight.size() >= TBackgroundWriter::kMostFiles) {
     if (!EndOldest(run)) return TFileOutcome::Aborted;
   }

@@ -105,9 +105,7 @@ const mode_t kProcessUmask = [] {
   return asked;
 }();
 
-mode_t ProcessUmask() { return kProcessUmask; }
-
-mode_t NewFileMode() { return 0666 & ~ProcessUmask(); }
+mode_t NewFileMode() { return 0666 & ~kProcessUmask; }
 
 // Copies the rest of `in` to `out` inside the kernel (sharing the blocks where the file system
 // can); false when that cannot be done between these two files, and nothing was copied then.
@@ -146,7 +144,7 @@ bool Rewind(int fd, std::string& reason) {
 
 // Gives the new file `fd` the permissions `mode` where the umask took some of them away.
 bool GiveMode(int fd, mode_t mode, std::string& reason) {
-  if ((mode & ProcessUmask()) == 0 || ::fchmod(fd, mode) == 0) return true;
+  if ((mode & kProcessUmask) == 0 || ::fchmod(fd, mode) == 0) return true;
   reason = SystemReason(errno);
   return false;
 }
